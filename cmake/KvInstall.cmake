@@ -1,0 +1,1 @@
+# Installation and the CMake package that consumers find as kvOpenSGAnimations.

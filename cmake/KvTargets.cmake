@@ -1,0 +1,53 @@
+# What every target of this project has in common: language level, warnings, sanitizers, and the
+# one floating-point setting that the evaluator depends on.
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+find_program(KV_CCACHE ccache)
+if(KV_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${KV_CCACHE}")
+endif()
+
+# Contraction (fused multiply-add) would change the last bit of curve values from one processor to
+# the next; evaluation is defined without it.
+if(MSVC)
+    add_compile_options(/fp:precise)
+else()
+    add_compile_options(-ffp-contract=off)
+endif()
+
+if(KV_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+# Warnings for the project's own code; dependencies come in as system headers.
+add_library(kv_warnings INTERFACE)
+if(MSVC)
+    target_compile_options(kv_warnings INTERFACE /W4 $<$<BOOL:${KV_WERROR}>:/WX>)
+else()
+    target_compile_options(kv_warnings INTERFACE
+        -Wall -Wextra -Wpedantic -Wconversion $<$<BOOL:${KV_WERROR}>:-Werror>)
+endif()
+
+# kv_sources(<variable> <directory>...): every .cpp below the directories, so that a new file in a
+# room is built without a list to keep.
+function(kv_sources result)
+    set(all)
+    foreach(directory IN LISTS ARGN)
+        file(GLOB_RECURSE found CONFIGURE_DEPENDS "${directory}/*.cpp")
+        list(APPEND all ${found})
+    endforeach()
+    set(${result} ${all} PARENT_SCOPE)
+endfunction()
