@@ -33,7 +33,7 @@ Cubic cubicOf(const std::array<double, 4>& c, const Real& offset) {
 /// The root between low and high, where the cubic changes its sign.
 Real bisect(const Cubic& f, Real low, Real high) {
     const bool rising = f.at(low) < 0;
-    for (int step = 0; step < 400; ++step) {
+    for (int step = 0; step < 200; ++step) {
         const Real middle = (low + high) / 2;
         const Real value = f.at(middle);
         if (value == 0) return middle;
