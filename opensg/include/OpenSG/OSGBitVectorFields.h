@@ -1,0 +1,7 @@
+#pragma once
+
+/// @file
+/// The fields SFBitVector and MFBitVector.
+
+#include <OpenSG/OSGMFBaseTypes.h>
+#include <OpenSG/OSGSFBaseTypes.h>

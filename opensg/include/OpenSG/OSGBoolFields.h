@@ -1,0 +1,7 @@
+#pragma once
+
+/// @file
+/// The fields SFBool and MFBool.
+
+#include <OpenSG/OSGMFSysTypes.h>
+#include <OpenSG/OSGSFSysTypes.h>

@@ -1,0 +1,7 @@
+#pragma once
+
+/// @file
+/// The fields SFDynamicVolume and MFDynamicVolume.
+
+#include <OpenSG/OSGMFBaseTypes.h>
+#include <OpenSG/OSGSFBaseTypes.h>

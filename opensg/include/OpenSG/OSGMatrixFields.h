@@ -1,0 +1,7 @@
+#pragma once
+
+/// @file
+/// The fields SFMatrix and MFMatrix.
+
+#include <OpenSG/OSGMFMathTypes.h>
+#include <OpenSG/OSGSFMathTypes.h>

@@ -1,0 +1,7 @@
+#pragma once
+
+/// @file
+/// The fields SFPnt3f and MFPnt3f.
+
+#include <OpenSG/OSGMFVecTypes.h>
+#include <OpenSG/OSGSFVecTypes.h>

@@ -1,0 +1,7 @@
+#pragma once
+
+/// @file
+/// The fields SFQuaternion and MFQuaternion.
+
+#include <OpenSG/OSGMFMathTypes.h>
+#include <OpenSG/OSGSFMathTypes.h>

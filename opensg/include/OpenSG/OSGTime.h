@@ -1,0 +1,6 @@
+#pragma once
+
+/// @file
+/// The type Time.
+
+#include <OpenSG/OSGBaseTypes.h>
