@@ -1,0 +1,44 @@
+#pragma once
+
+/// @file
+/// A transform with rotation angles.
+
+#include <OpenSG/OSGComponentTransform.h>
+#include <OpenSG/OSGConfig.h>
+#include <OpenSG/OSGVec3fFields.h>
+
+#include "OSGContainerTable.h"
+
+OSG_BEGIN_NAMESPACE
+
+class Transform3D;
+typedef FCPtr<ComponentTransformPtr, Transform3D> Transform3DPtr;
+
+#define KV_TRANSFORM_3D_FIELDS(VALUE, POINTER, LIST) VALUE(SFVec3f, EulerR, "eulerR")
+
+/// A component transform whose rotation can also be given as three angles in degrees.
+///
+/// When an edit ends that changed `eulerR`, the rotation and the matrix follow, and so do the
+/// TransformAttachments of the nodes that carry this core (they get one when they have none). The
+/// order of the angles is the one stored there, else x before y before z. An edit that leaves
+/// `eulerR` as it is changes nothing of this, not even when it writes the rotation: the angles are
+/// then stale until they are set again, and `describesRotation` says so.
+class KV_OPENSG_EXT_API Transform3D : public ComponentTransform {
+    KV_REACTING_CONTAINER_DECL(Transform3D, ComponentTransform, KV_TRANSFORM_3D_FIELDS)
+
+    /// Whether the angles, in the given order (TransformAttachment::Order), make the rotation that
+    /// is set, within 1e-5 for each component of the quaternion.
+    bool describesRotation(Int32 order);
+
+  private:
+    /// The order stored on the first node that has one.
+    Int32 findOrder(void);
+    void updateAttachments(Int32 order);
+
+    /// The angles that the rotation was made from last.
+    Vec3f _applied;
+};
+
+KV_CONTAINER_INLINE(Transform3D)
+
+OSG_END_NAMESPACE

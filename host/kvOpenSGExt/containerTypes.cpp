@@ -1,0 +1,21 @@
+// The one place that mentions every container type of this library. Programs link it by name (see
+// the build files), and with it the types, which register themselves when the program or library is
+// loaded.
+#include "OSGAnimationAttachment.h"
+#include "OSGCameraSetting.h"
+#include "OSGLightGeoAttachment.h"
+#include "OSGTransform3D.h"
+#include "OSGTransformAttachment.h"
+
+extern "C" KV_OPENSG_EXT_API int kvOpenSGExtTypes();
+
+/// How many container types this library registers.
+int kvOpenSGExtTypes() {
+    const osg::FieldContainerType* const types[] = {
+        &osg::AnimationAttachment::getClassType(), &osg::AnimationClip::getClassType(),
+        &osg::AnimationTrack::getClassType(),      &osg::AnimationBlock::getClassType(),
+        &osg::AnimationCurve::getClassType(),      &osg::AnimationControlPoint::getClassType(),
+        &osg::CameraSetting::getClassType(),       &osg::LightGeoAttachment::getClassType(),
+        &osg::Transform3D::getClassType(),         &osg::TransformAttachment::getClassType()};
+    return static_cast<int>(sizeof(types) / sizeof(types[0]));
+}
