@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace kvanim {
+
+/// The fewest digits that read back as the same number, whatever the locale.
+std::string shortest(float value);
+std::string shortest(double value);
+
+} // namespace kvanim

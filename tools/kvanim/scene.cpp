@@ -1,0 +1,149 @@
+// A scene file with its animation, as every subcommand needs it.
+#include "scene.h"
+
+#include "errors.h"
+#include "outputFile.h"
+
+#include <kvAnimationAttachmentInteraction.h>
+#include <kvAnimationBlock.h>
+#include <kvAnimationClip.h>
+#include <kvAnimationController2.h>
+#include <kvAnimationCurve.h>
+#include <kvAnimationManager2.h>
+#include <kvNodeUtils.h>
+
+#include <OpenSG/OSGSceneFileHandler.h>
+#include <OpenSG/OSGSimpleAttachments.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <utility>
+
+namespace fs = std::filesystem;
+
+namespace kvanim {
+namespace {
+
+kvAnimationManager2& manager() {
+    return kvAnimationManager2::_the;
+}
+
+void requireReadable(const std::string& file) {
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (status.type() == fs::file_type::not_found) throw InputError(file, "no such file");
+    if (fs::is_directory(status)) throw InputError(file, "is a directory, not a scene file");
+    if (!std::ifstream(file, std::ios::binary)) throw InputError(file, "cannot be opened");
+}
+
+} // namespace
+
+std::string nameOf(const osg::NodePtr& node) {
+    if (node == osg::NullFC) return "(no node)";
+    const char* name = osg::getName(node);
+    return name != nullptr && *name != '\0' ? name : "(unnamed)";
+}
+
+Scene::Scene(const osg::NodePtr& root, std::string file) : _root(root), _file(std::move(file)) {
+    osg::addRefCP(_root);
+}
+
+Scene::Scene(Scene&& other) noexcept : _root(other._root), _file(std::move(other._file)) {
+    other._root = osg::NullFC;
+}
+
+Scene::~Scene() {
+    if (_root == osg::NullFC) return;
+    // Stored copies refer back to their nodes; without them the graph falls apart by itself.
+    for (const osg::NodePtr& node : nodes())
+        kvAnimationAttachmentInteraction::cleanAnimationAttachment(node, false);
+    std::set<kvAnimationBlock*> blocks(manager().getBlocks()->begin(),
+                                       manager().getBlocks()->end());
+    blocks.insert(manager().getSceneBlocks().begin(), manager().getSceneBlocks().end());
+    for (kvAnimationClip* clip : *manager().getClips())
+        delete clip;
+    for (kvAnimationBlock* block : blocks)
+        delete block;
+    for (kvAnimationCurve* curve : *manager().getAnimCurves())
+        delete curve;
+    manager().clear(true);
+    osg::subRefCP(_root);
+}
+
+Scene Scene::load(const std::string& file) {
+    requireReadable(file);
+    const osg::NodePtr root = osg::SceneFileHandler::the().read(file.c_str(), nullptr);
+    if (root == osg::NullFC) throw InputError(file, "is not a readable scene");
+    Scene scene(root, file);
+    kvAnimationManager2::buildAnimationBlockList(root);
+    for (const osg::NodePtr& node : scene.nodes()) {
+        kvAnimationAttachmentInteraction::loadCurvesFromAnimAttachment(node, &manager(), false);
+        kvAnimationAttachmentInteraction::loadClipsFromAnimAttachment(node, &manager(), osg::NullFC,
+                                                                      false);
+    }
+    return scene;
+}
+
+const std::vector<kvAnimationBlock*>& Scene::blocks() const {
+    return manager().getSceneBlocks();
+}
+
+const std::vector<kvAnimationCurve*>& Scene::curves() const {
+    return *manager().getAnimCurves();
+}
+
+const std::vector<kvAnimationClip*>& Scene::clips() const {
+    return *manager().getClips();
+}
+
+std::vector<osg::NodePtr> Scene::nodes() const {
+    std::vector<osg::NodePtr> found, open{_root};
+    while (!open.empty()) {
+        const osg::NodePtr node = open.back();
+        open.pop_back();
+        found.push_back(node);
+        for (osg::UInt32 i = node->getNChildren(); i > 0; --i)
+            open.push_back(node->getChild(i - 1));
+    }
+    return found;
+}
+
+void Scene::addBlock(kvAnimationBlock* block) {
+    kvAnimationManager2::_animationBlocks.push_back(block);
+}
+
+void Scene::save(const std::string& file) {
+    manager().exportCurves();
+    manager().exportAnimationBlocks();
+    if (!clips().empty()) manager().exportClips(_root, false);
+    replaceFile(file, [&](const std::string& temporary) {
+        return osg::SceneFileHandler::the().write(_root, temporary.c_str());
+    });
+}
+
+void Scene::apply(float frame) const {
+    for (kvAnimationBlock* block : blocks())
+        kvAnimationController2::execute(
+            manager().getUpdatedAnimationFields(block, frame, false, false));
+    for (kvAnimationClip* clip : clips())
+        kvAnimationController2::execute(
+            manager().getUpdatedAnimationFields(clip, frame, false, false));
+}
+
+FrameRange rangeOf(const Scene& scene) {
+    FrameRange range{1e23F, -1e23F};
+    const auto widen = [&](float start, float end) {
+        if (start > end) return;
+        range.start = (std::min)(range.start, start);
+        range.end = (std::max)(range.end, end);
+    };
+    for (kvAnimationBlock* block : scene.blocks())
+        widen(block->getStartFrame(), block->getEndFrame());
+    for (kvAnimationClip* clip : scene.clips())
+        widen(clip->getStartFrame(), clip->getEndFrame());
+    return range.start > range.end ? FrameRange{} : range;
+}
+
+} // namespace kvanim
