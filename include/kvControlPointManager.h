@@ -233,10 +233,12 @@ class KV_ANIMATIONS_API kvControlPointManager {
     static int d2i(double v);
 
     bool isKnownSorted() const;
+    bool isKnownLinked() const;
     bool isSorted() const;
     void noteSorted();
     void noteUnsorted();
-    void noteIfSorted();
+    void noteIfSorted(bool linked);
+    void renewNote();
     void bringInOrder();
     void sortByFrame();
     void linkRange(std::size_t first, std::size_t last);
@@ -252,8 +254,9 @@ class KV_ANIMATIONS_API kvControlPointManager {
     void reserveOneMore();
     void insertKey(double replacedFrame, const kvControlPoint& key);
     void eraseAt(std::size_t index);
-    void shiftHole(std::size_t hole, std::size_t target, const kvControlPoint& key);
-    void moveKey(std::size_t index, kvControlPoint::Point target);
+    void placeKey(std::size_t hole, std::size_t target, const kvControlPoint& key);
+    void dropIdIndex();
+    void moveKey(std::size_t index, kvControlPoint::Point point);
     void setPointInPlace(kvControlPoint& cp, kvControlPoint::Point target);
 
     std::vector<kvControlPoint> cps;

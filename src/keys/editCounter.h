@@ -1,0 +1,20 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+namespace kv::detail {
+
+/// How often keys were changed from outside their lists, process-wide. A list that finds the number
+/// it noted knows that its keys are in the order it left them in. Keys do not know their list,
+/// hence one number for all. Atomic because one curve may be edited while others are evaluated.
+extern std::atomic<std::uint64_t> keyEdits;
+
+inline std::uint64_t currentKeyEdit() {
+    return keyEdits.load(std::memory_order_relaxed);
+}
+inline void countKeyEdit() {
+    keyEdits.fetch_add(1, std::memory_order_relaxed);
+}
+
+} // namespace kv::detail

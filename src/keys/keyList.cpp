@@ -1,0 +1,167 @@
+// The key list: construction, selection, ranges and the mouse.
+#include <kvControlPointManager.h>
+
+#include "keys/editCounter.h"
+#include "keys/frameOrder.h"
+#include "keys/keyIdIndex.h"
+#include "keys/rounding.h"
+
+kvControlPointManager::kvControlPointManager() = default;
+kvControlPointManager::~kvControlPointManager() = default;
+
+kvControlPointManager::kvControlPointManager(const kvControlPointManager& other)
+    : cps(other.cps), hitType(other.hitType), currentCP(other.currentCP), hitCP(other.hitCP),
+      cpCount(other.cpCount), tangentLength(other.tangentLength) {
+    // A copy is as sorted as its source, but its links lead into the source.
+    if (other.isKnownSorted()) noteSorted();
+}
+
+kvControlPointManager& kvControlPointManager::operator=(const kvControlPointManager& other) {
+    if (this == &other) return *this;
+    std::vector<kvControlPoint> copy(other.cps);
+    cps.swap(copy);
+    hitType = other.hitType;
+    currentCP = other.currentCP;
+    hitCP = other.hitCP;
+    cpCount = other.cpCount;
+    tangentLength = other.tangentLength;
+    if (other.isKnownSorted())
+        noteSorted();
+    else
+        noteUnsorted();
+    return *this;
+}
+
+std::vector<kvControlPoint>& kvControlPointManager::getCPs() {
+    kv::detail::countKeyEdit();
+    return cps;
+}
+
+bool kvControlPointManager::isStartCP(const kvControlPoint& cp) const {
+    return !cps.empty() && cps.front().id == cp.id;
+}
+
+bool kvControlPointManager::isEndCP(const kvControlPoint& cp) const {
+    return !cps.empty() && cps.back().id == cp.id;
+}
+
+bool kvControlPointManager::isSelected(const kvControlPoint& cp) const {
+    return !cps.empty() && cp.selected;
+}
+
+void kvControlPointManager::selectCP(kvControlPoint& cp) {
+    cp.selected = true;
+}
+
+void kvControlPointManager::deselectCP(kvControlPoint& cp) {
+    cp.selected = false;
+}
+
+void kvControlPointManager::selectAllCPs() {
+    for (kvControlPoint& cp : cps)
+        cp.selected = true;
+}
+
+void kvControlPointManager::deselectAllCPs() {
+    for (kvControlPoint& cp : cps)
+        cp.selected = false;
+}
+
+std::vector<kvControlPoint*> kvControlPointManager::getSelectedCPs() {
+    std::vector<kvControlPoint*> result;
+    for (kvControlPoint& cp : cps)
+        if (cp.selected) result.push_back(&cp);
+    return result;
+}
+
+double kvControlPointManager::getStartFrame() const {
+    return cps.empty() ? 99999.0 : cps.front().point.x;
+}
+
+double kvControlPointManager::getEndFrame() const {
+    return cps.empty() ? -99999.0 : cps.back().point.x;
+}
+
+void kvControlPointManager::getMaxMinValues(double& maxX, double& maxY, double& minX,
+                                            double& minY) const {
+    if (cps.empty()) {
+        maxX = 0.0;
+        maxY = 0.0;
+        minX = 0.0;
+        minY = 0.0;
+        return;
+    }
+    for (const kvControlPoint& cp : cps) {
+        if (cp.point.x > maxX) maxX = cp.point.x;
+        if (cp.point.y > maxY) maxY = cp.point.y;
+        if (cp.point.x < minX) minX = cp.point.x;
+        if (cp.point.y < minY) minY = cp.point.y;
+    }
+}
+
+int kvControlPointManager::d2i(double v) {
+    return kv::detail::roundHalfAway(v);
+}
+
+void kvControlPointManager::snap2Integer(kvControlPoint& cp, double x, double y, bool snapX,
+                                         bool snapY) {
+    if (cps.empty()) return;
+    setPointInPlace(cp, {snapX ? d2i(x) : x, snapY ? d2i(y) : y});
+}
+
+// Writes a key's point without moving the key to where it belongs. The list stays known as sorted
+// when the key still stands between its neighbours.
+void kvControlPointManager::setPointInPlace(kvControlPoint& cp, kvControlPoint::Point target) {
+    const std::size_t index = indexOf(&cp);
+    if (index == kNone) {
+        cp.setPoint(target);
+        return;
+    }
+    const bool fits =
+        (index == 0 || !kv::detail::framePrecedes(target.x, cps[index - 1].point.x)) &&
+        (index + 1 == cps.size() || !kv::detail::framePrecedes(cps[index + 1].point.x, target.x));
+    cp.point = target;
+    if (!fits) noteUnsorted();
+}
+
+bool kvControlPointManager::checkConstraints(const kvControlPoint& cp, float x, float inX,
+                                             float outX) const {
+    const double frame = static_cast<double>(x);
+    const double in = static_cast<double>(inX);
+    const double out = static_cast<double>(outX);
+    // The outgoing handle is not held against the key itself: only the incoming one is.
+    if (in > frame) return false;
+    const kvControlPoint* previous = live(cp.prevCP);
+    if (previous != nullptr && (previous->outTangent.x > frame || previous->point.x > in))
+        return false;
+    const kvControlPoint* next = live(cp.nextCP);
+    return next == nullptr || !(frame > next->inTangent.x || out > next->point.x);
+}
+
+void kvControlPointManager::computeDistances2Mouse(double mx, double my) {
+    for (kvControlPoint& cp : cps)
+        cp.setDistance2Mouse(cp.point.x - mx, cp.point.y - my);
+}
+
+bool kvControlPointManager::hasHitCPOrTangent(double mx, double my, double scaleX, double scaleY) {
+    constexpr double kKeyPixels = 6.0;
+    constexpr double kHandlePixels = 4.0;
+    const auto near = [=](kvControlPoint::Point p, double pixels) {
+        const double rx = pixels / scaleX;
+        const double ry = pixels / scaleY;
+        return p.x - rx < mx && mx < p.x + rx && p.y - ry < my && my < p.y + ry;
+    };
+    for (kvControlPoint& cp : cps) {
+        if (near(cp.point, kKeyPixels))
+            hitType = HitPoint;
+        else if (near(cp.inTangent, kHandlePixels))
+            hitType = HitInTangent;
+        else if (near(cp.outTangent, kHandlePixels))
+            hitType = HitOutTangent;
+        else
+            continue;
+        hitCP = &cp;
+        return true;
+    }
+    return false;
+}

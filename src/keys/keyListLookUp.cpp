@@ -1,0 +1,122 @@
+// The key list: finding keys by frame, by id and by link. Lists that are known to be sorted are
+// searched, all others walked; both give the same key.
+#include <kvControlPointManager.h>
+
+#include "keys/editCounter.h"
+#include "keys/frameOrder.h"
+#include "keys/keyIdIndex.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+using kv::detail::framePrecedes;
+
+// Whether no key has been edited from outside since the note, and the keys are the ones noted. The
+// size and the address catch keys added or removed through a reference to the vector.
+bool kvControlPointManager::isKnownSorted() const {
+    return order.edit == kv::detail::currentKeyEdit() && order.count == cps.size() &&
+           order.first == cps.data();
+}
+
+// The first key at exactly this frame.
+std::size_t kvControlPointManager::firstAtFrame(double x) const {
+    if (!isKnownSorted()) {
+        for (std::size_t i = 0; i < cps.size(); ++i)
+            if (cps[i].point.x == x) return i;
+        return kNone;
+    }
+    // Keys mostly come in ascending order: look at the end before searching.
+    if (cps.empty() || framePrecedes(cps.back().point.x, x)) return kNone;
+    const auto found =
+        std::lower_bound(cps.begin(), cps.end(), x, [](const kvControlPoint& cp, double frame) {
+            return framePrecedes(cp.point.x, frame);
+        });
+    // A NaN finds itself here and equals nothing.
+    if (found == cps.end() || found->point.x != x) return kNone;
+    return static_cast<std::size_t>(found - cps.begin());
+}
+
+// The first key whose frame is greater, or the number of keys. A NaN is not greater than anything,
+// so the search is for lists without one: NaN frames stand at the end of a sorted list.
+std::size_t kvControlPointManager::firstAfterFrame(double x) const {
+    if (cps.empty()) return 0;
+    if (std::isnan(cps.back().point.x) || !isKnownSorted()) {
+        const auto walked = std::find_if(cps.begin(), cps.end(),
+                                         [x](const kvControlPoint& cp) { return cp.point.x > x; });
+        return static_cast<std::size_t>(walked - cps.begin());
+    }
+    const auto found =
+        std::upper_bound(cps.begin(), cps.end(), x,
+                         [](double frame, const kvControlPoint& cp) { return frame < cp.point.x; });
+    return static_cast<std::size_t>(found - cps.begin());
+}
+
+std::vector<kvControlPoint*> kvControlPointManager::getBezierIntervalCPs(float frame) {
+    if (cps.size() < 2) return {};
+    const std::size_t after = firstAfterFrame(static_cast<double>(frame));
+    return {after == 0 ? nullptr : &cps[after - 1], after == cps.size() ? nullptr : &cps[after]};
+}
+
+std::vector<kvControlPoint*> kvControlPointManager::getPrevAndNextCP(double x) {
+    if (cps.size() < 2) return {};
+    // The first key at or after x, if it is at x, else the first one after.
+    const std::size_t at = firstAtFrame(x);
+    const std::size_t after = firstAfterFrame(x);
+    if (at < after)
+        return {at == 0 ? nullptr : &cps[at - 1], at + 1 == cps.size() ? nullptr : &cps[at + 1]};
+    return {after == 0 ? nullptr : &cps[after - 1], after == cps.size() ? nullptr : &cps[after]};
+}
+
+// The first key with this id. Walks, unless this list was searched before and has only grown since:
+// then an index pays for itself.
+std::size_t kvControlPointManager::firstWithId(int id) {
+    constexpr std::size_t kShort = 32;
+    constexpr unsigned kWalksBeforeIndex = 4;
+    if (cps.size() > kShort && cps.size() <= kv::detail::KeyIdIndex::kMaxKeys && isKnownSorted()) {
+        if (id > order.greatestId) return kNone;
+        if (!idIndex && ++idScans > kWalksBeforeIndex)
+            idIndex = std::make_unique<kv::detail::KeyIdIndex>();
+        if (idIndex) {
+            idIndex->cover(cps);
+            return idIndex->find(id);
+        }
+    }
+    for (std::size_t i = 0; i < cps.size(); ++i)
+        if (cps[i].id == id) return i;
+    return kNone;
+}
+
+kvControlPoint* kvControlPointManager::findCP(int id) {
+    const std::size_t index = firstWithId(id);
+    if (index == kNone) return nullptr;
+    currentCP = &cps[index];
+    return currentCP;
+}
+
+std::vector<kvControlPoint>::iterator kvControlPointManager::findCP(const kvControlPoint& cp) {
+    return std::find_if(cps.begin(), cps.end(),
+                        [&cp](const kvControlPoint& other) { return other.id == cp.id; });
+}
+
+// The position of a key of this very list. By address, without reading what the pointer points at:
+// after a copy or a deletion a link may lead into memory that is no longer there.
+std::size_t kvControlPointManager::indexOf(const kvControlPoint* cp) const {
+    const auto address = reinterpret_cast<std::uintptr_t>(cp);
+    const auto first = reinterpret_cast<std::uintptr_t>(cps.data());
+    if (cps.empty() || address < first) return kNone;
+    const std::uintptr_t distance = address - first;
+    const std::size_t index = distance / sizeof(kvControlPoint);
+    if (distance % sizeof(kvControlPoint) != 0 || index >= cps.size()) return kNone;
+    return index;
+}
+
+kvControlPoint* kvControlPointManager::live(const kvControlPoint* link) {
+    const std::size_t index = indexOf(link);
+    return index == kNone ? nullptr : &cps[index];
+}
+
+const kvControlPoint* kvControlPointManager::live(const kvControlPoint* link) const {
+    const std::size_t index = indexOf(link);
+    return index == kNone ? nullptr : &cps[index];
+}

@@ -1,0 +1,113 @@
+// The key list: what it knows about its order, sorting and linking. Library code moves keys with
+// kvControlPoint::take, which does not count as an edit, and keeps the note up to date itself.
+#include <kvControlPointManager.h>
+
+#include "keys/editCounter.h"
+#include "keys/frameOrder.h"
+#include "keys/keyIdIndex.h"
+
+#include <algorithm>
+#include <numeric>
+
+using kv::detail::framePrecedes;
+
+bool kvControlPointManager::isSorted() const {
+    return std::is_sorted(cps.begin(), cps.end(),
+                          [](const kvControlPoint& a, const kvControlPoint& b) {
+                              return framePrecedes(a.point.x, b.point.x);
+                          });
+}
+
+// Notes that the keys are sorted, whatever their links are.
+void kvControlPointManager::noteSorted() {
+    order.edit = kv::detail::currentKeyEdit();
+    order.first = cps.data();
+    order.count = cps.size();
+    order.greatestId = INT_MIN;
+    for (const kvControlPoint& cp : cps)
+        order.greatestId = (std::max)(order.greatestId, cp.id);
+    order.linked = false;
+    idScans = 0;
+    idIndex.reset();
+}
+
+void kvControlPointManager::noteUnsorted() {
+    order = OrderNote();
+}
+
+// For operations that rewrite frames but are expected to keep the order and do keep the links.
+void kvControlPointManager::noteIfSorted(bool linked) {
+    if (!isSorted()) {
+        noteUnsorted();
+        return;
+    }
+    noteSorted();
+    order.linked = linked;
+}
+
+// Takes over a change of the vector by code that kept the order.
+void kvControlPointManager::renewNote() {
+    order.first = cps.data();
+    order.count = cps.size();
+}
+
+bool kvControlPointManager::isKnownLinked() const {
+    return isKnownSorted() && order.linked;
+}
+
+// Stable, so that keys of equal frames keep their order. In place: pointers to keys are pointers to
+// places in the list, and callers go on with the key that comes to stand there.
+void kvControlPointManager::sortByFrame() {
+    std::vector<std::size_t> places(cps.size());
+    std::iota(places.begin(), places.end(), std::size_t{0});
+    std::stable_sort(places.begin(), places.end(), [this](std::size_t a, std::size_t b) {
+        return framePrecedes(cps[a].point.x, cps[b].point.x);
+    });
+    const std::vector<kvControlPoint> unsorted(cps);
+    for (std::size_t i = 0; i < cps.size(); ++i)
+        cps[i].take(unsorted[places[i]]);
+}
+
+// Where the key at `index` will stand once the list is sorted.
+std::size_t kvControlPointManager::sortedIndexOf(std::size_t index) const {
+    if (isKnownSorted()) return index;
+    const double frame = cps[index].point.x;
+    std::size_t before = 0;
+    for (std::size_t i = 0; i < cps.size(); ++i) {
+        const double other = cps[i].point.x;
+        if (framePrecedes(other, frame) || (i < index && !framePrecedes(frame, other))) ++before;
+    }
+    return before;
+}
+
+// Links the keys [first, last) to their neighbours.
+void kvControlPointManager::linkRange(std::size_t first, std::size_t last) {
+    for (std::size_t i = first; i < last; ++i) {
+        cps[i].prevCP = i == 0 ? nullptr : &cps[i - 1];
+        cps[i].nextCP = i + 1 == cps.size() ? nullptr : &cps[i + 1];
+    }
+}
+
+// Sorts and links, each only if that is not known to be so already.
+void kvControlPointManager::bringInOrder() {
+    if (isKnownLinked()) return;
+    if (!isKnownSorted()) {
+        if (!isSorted()) sortByFrame();
+        noteSorted();
+    }
+    linkRange(0, cps.size());
+    order.linked = true;
+}
+
+void kvControlPointManager::sortCPs() {
+    bringInOrder();
+}
+
+void kvControlPointManager::computeLinkedList() {
+    linkRange(0, cps.size());
+    if (!isKnownSorted()) {
+        noteIfSorted(true);
+        return;
+    }
+    order.linked = true;
+}

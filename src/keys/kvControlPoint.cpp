@@ -1,0 +1,71 @@
+// The key. Everything that can change its place in a list counts as an edit from outside.
+#include <kvControlPoint.h>
+
+#include "keys/editCounter.h"
+#include "manager/identifiers.h"
+
+#include <cstdint>
+
+namespace kv::detail {
+
+// Starts above 0, which is what a list has noted that never looked.
+std::atomic<std::uint64_t> keyEdits{1};
+
+} // namespace kv::detail
+
+namespace {
+
+int freshId() {
+    return static_cast<int>(static_cast<std::uint32_t>(kv::detail::createUniqueId()));
+}
+
+} // namespace
+
+kvControlPoint::kvControlPoint() : id(freshId()) {}
+
+kvControlPoint::kvControlPoint(double x, double y, int type)
+    : point{x, y}, inTangent{x, y}, outTangent{x, y}, tangentType(type), id(freshId()) {}
+
+kvControlPoint& kvControlPoint::operator=(const kvControlPoint& other) {
+    if (this == &other) return *this;
+    kv::detail::countKeyEdit();
+    take(other);
+    return *this;
+}
+
+void kvControlPoint::take(const kvControlPoint& other) {
+    nextCP = other.nextCP;
+    prevCP = other.prevCP;
+    point = other.point;
+    oldPoint = other.oldPoint;
+    distance2Mouse = other.distance2Mouse;
+    inTangent = other.inTangent;
+    outTangent = other.outTangent;
+    minX = other.minX;
+    maxX = other.maxX;
+    selected = other.selected;
+    underMouse = other.underMouse;
+    autoTangents = other.autoTangents;
+    tangentType = other.tangentType;
+    id = other.id;
+}
+
+void kvControlPoint::setPoint(Point newPoint) {
+    kv::detail::countKeyEdit();
+    point = newPoint;
+}
+
+void kvControlPoint::setDistance2Mouse(double dx, double dy) {
+    distance2Mouse.dx = dx;
+    distance2Mouse.dy = dy;
+}
+
+void kvControlPoint::getDistance2Mouse(double& dx, double& dy) const {
+    dx = distance2Mouse.dx;
+    dy = distance2Mouse.dy;
+}
+
+void kvControlPoint::setId(int newId) {
+    kv::detail::countKeyEdit();
+    id = newId;
+}
