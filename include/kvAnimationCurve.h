@@ -150,6 +150,7 @@ class KV_ANIMATIONS_API kvAnimationCurve : public kvControlPointManager {
     friend struct kvTestAccess<kvAnimationCurve>;
 
     void predefinedColor();
+    void stretch(float start, float span, float newSpan, float newStart);
 
     static std::uint32_t _idCount;
 

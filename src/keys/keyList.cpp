@@ -146,17 +146,22 @@ void kvControlPointManager::computeDistances2Mouse(double mx, double my) {
 bool kvControlPointManager::hasHitCPOrTangent(double mx, double my, double scaleX, double scaleY) {
     constexpr double kKeyPixels = 6.0;
     constexpr double kHandlePixels = 4.0;
-    const auto near = [=](kvControlPoint::Point p, double pixels) {
-        const double rx = pixels / scaleX;
-        const double ry = pixels / scaleY;
-        return p.x - rx < mx && mx < p.x + rx && p.y - ry < my && my < p.y + ry;
+    // From pixels to curve units, each axis on its own.
+    struct Reach {
+        double x;
+        double y;
+    };
+    const Reach keyReach{kKeyPixels / scaleX, kKeyPixels / scaleY};
+    const Reach handleReach{kHandlePixels / scaleX, kHandlePixels / scaleY};
+    const auto hits = [=](kvControlPoint::Point p, Reach r) {
+        return p.x - r.x < mx && mx < p.x + r.x && p.y - r.y < my && my < p.y + r.y;
     };
     for (kvControlPoint& cp : cps) {
-        if (near(cp.point, kKeyPixels))
+        if (hits(cp.point, keyReach))
             hitType = HitPoint;
-        else if (near(cp.inTangent, kHandlePixels))
+        else if (hits(cp.inTangent, handleReach))
             hitType = HitInTangent;
-        else if (near(cp.outTangent, kHandlePixels))
+        else if (hits(cp.outTangent, handleReach))
             hitType = HitOutTangent;
         else
             continue;
