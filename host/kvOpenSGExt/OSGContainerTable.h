@@ -26,7 +26,8 @@
  * The order of the table is the order of the field ids and of the fields in a file. The text is the
  * name of the field in a file. The rows, and the members that each of them makes:
  *
- * - `VALUE(SFString, Title, "title")`: `getTitle`, `setTitle`, `getSFTitle`.
+ * - `VALUE(SFString, Title, "title")`: `getTitle`, `setTitle`, `getSFTitle`. A fourth entry is the
+ *   value of a new container; without one it is zero, false or empty.
  * - `POINTER(SFNodePtr, Target, "target")`: `getTarget`, `setTarget`, which counts the reference,
  *   `setTargetNoRefCount`, which only stores the pointer and leaves the counting of old and new
  * value to the caller, `getSFTarget`.
@@ -65,6 +66,24 @@ template <class SFieldT>
 using ValueOf = std::decay_t<decltype(std::declval<SFieldT&>().getValue())>;
 template <class MFieldT>
 using ElementOf = std::decay_t<decltype(std::declval<MFieldT&>()[0])>;
+
+/// What a row says behind the member's name: the field's name in files and, if it is there, the
+/// value of a new container.
+template <class SFieldT>
+SFieldT initialField(const Char8*) {
+    return SFieldT();
+}
+template <class SFieldT>
+SFieldT initialField(const Char8*, const ValueOf<SFieldT>& value) {
+    return SFieldT(value);
+}
+inline const Char8* fieldName(const Char8* name) {
+    return name;
+}
+template <class T>
+const Char8* fieldName(const Char8* name, const T&) {
+    return name;
+}
 
 template <class T, Int32 space>
 void addReferences(SField<T, space>& field) {
@@ -140,15 +159,15 @@ OSG_END_NAMESPACE
 
 #define KV_ROW_NOTHING(...)
 
-#define KV_ROW_ID(FIELD, NAME, TEXT) NAME##FieldId,
+#define KV_ROW_ID(FIELD, NAME, ...) NAME##FieldId,
 #define KV_ROW_LIST_ID(FIELD, ITEM, NAME, TEXT) NAME##FieldId,
 
-#define KV_ROW_MASK(FIELD, NAME, TEXT)                                                             \
+#define KV_ROW_MASK(FIELD, NAME, ...)                                                              \
     static constexpr BitVector NAME##FieldMask = BitVector(1) << NAME##FieldId;
 #define KV_ROW_LIST_MASK(FIELD, ITEM, NAME, TEXT) KV_ROW_MASK(FIELD, NAME, TEXT)
 
-#define KV_ROW_MEMBER(FIELD, NAME, TEXT)                                                           \
-    FIELD _sf##NAME;                                                                               \
+#define KV_ROW_MEMBER(FIELD, NAME, ...)                                                            \
+    FIELD _sf##NAME = kvtable::initialField<FIELD>(__VA_ARGS__);                                   \
     Field* field##NAME(void) {                                                                     \
         return &_sf##NAME;                                                                         \
     }
@@ -158,10 +177,10 @@ OSG_END_NAMESPACE
         return &_mf##NAME;                                                                         \
     }
 
-#define KV_ROW_COPY(FIELD, NAME, TEXT) , _sf##NAME(source._sf##NAME)
+#define KV_ROW_COPY(FIELD, NAME, ...) , _sf##NAME(source._sf##NAME)
 #define KV_ROW_LIST_COPY(FIELD, ITEM, NAME, TEXT) , _mf##NAME(source._mf##NAME)
 
-#define KV_ROW_ACCESS(FIELD, NAME, TEXT)                                                           \
+#define KV_ROW_ACCESS(FIELD, NAME, ...)                                                            \
     const kvtable::ValueOf<FIELD>& get##NAME(void) const {                                         \
         return _sf##NAME.getValue();                                                               \
     }                                                                                              \
@@ -210,20 +229,22 @@ OSG_END_NAMESPACE
         kvtable::clearCounted(_mf##NAME);                                                          \
     }
 
-#define KV_ROW_VISIT(FIELD, NAME, TEXT)                                                            \
+#define KV_ROW_VISIT(FIELD, NAME, ...)                                                             \
     if (which & NAME##FieldMask) visit(&KvClass::_sf##NAME);
 #define KV_ROW_LIST_VISIT(FIELD, ITEM, NAME, TEXT)                                                 \
     if (which & NAME##FieldMask) visit(&KvClass::_mf##NAME);
 
-#define KV_ROW_DESCRIPTION(FIELD, NAME, TEXT)                                                      \
-    new FieldDescription(FIELD::getClassType(), TEXT, NAME##FieldId, NAME##FieldMask, false,       \
+#define KV_ROW_DESCRIPTION(FIELD, NAME, ...)                                                       \
+    new FieldDescription(FIELD::getClassType(), kvtable::fieldName(__VA_ARGS__), NAME##FieldId,    \
+                         NAME##FieldMask, false,                                                   \
                          static_cast<FieldAccessMethod>(&KvClass::field##NAME)),
 #define KV_ROW_LIST_DESCRIPTION(FIELD, ITEM, NAME, TEXT) KV_ROW_DESCRIPTION(FIELD, NAME, TEXT)
 
 // --- the parts of a container --------------------------------------------------------------------
 
-/// Everything but `changed`. Leaves the access at `public`.
-#define KV_CONTAINER_PARTS(CLASS, PARENT, FIELDS)                                                  \
+/// Everything but `changed`. `INITIALISERS` are those of members that are no fields, for the copy
+/// constructor. Leaves the access at `public`.
+#define KV_CONTAINER_PARTS(CLASS, PARENT, FIELDS, INITIALISERS)                                    \
     typedef PARENT Inherited;                                                                      \
     typedef CLASS KvClass;                                                                         \
                                                                                                    \
@@ -247,7 +268,7 @@ OSG_END_NAMESPACE
                                                                                                    \
     CLASS(void) {}                                                                                 \
     CLASS(const CLASS& source)                                                                     \
-        : Inherited(source) FIELDS(KV_ROW_COPY, KV_ROW_COPY, KV_ROW_LIST_COPY) {}                  \
+        : Inherited(source) FIELDS(KV_ROW_COPY, KV_ROW_COPY, KV_ROW_LIST_COPY) INITIALISERS() {}   \
     virtual ~CLASS(void) {}                                                                        \
                                                                                                    \
     /* Not virtual in OpenSG: found by name in the class that is created. */                       \
@@ -280,15 +301,17 @@ OSG_END_NAMESPACE
 
 /// A container that does nothing of its own when an edit of it ends.
 #define KV_CONTAINER_DECL(CLASS, PARENT, FIELDS)                                                   \
-    KV_CONTAINER_PARTS(CLASS, PARENT, FIELDS)                                                      \
+    KV_CONTAINER_PARTS(CLASS, PARENT, FIELDS, KV_ROW_NOTHING)                                      \
     virtual void changed(BitVector which, UInt32 origin) {                                         \
         countRead(which, origin);                                                                  \
         Inherited::changed(which, origin);                                                         \
     }
 
-/// A container with a `changed` of its own, which must call `countRead` and `Inherited::changed`.
-#define KV_REACTING_CONTAINER_DECL(CLASS, PARENT, FIELDS)                                          \
-    KV_CONTAINER_PARTS(CLASS, PARENT, FIELDS)                                                      \
+/// A container with a `changed` of its own, which must call `countRead` and `Inherited::changed`,
+/// and perhaps with members that are no fields: the macro `INITIALISERS()` begins with a comma and
+/// copies them from `source`; KV_ROW_NOTHING when there are none.
+#define KV_REACTING_CONTAINER_DECL(CLASS, PARENT, FIELDS, INITIALISERS)                            \
+    KV_CONTAINER_PARTS(CLASS, PARENT, FIELDS, INITIALISERS)                                        \
     virtual void changed(BitVector which, UInt32 origin);
 
 /// Behind the class, inside namespace osg.

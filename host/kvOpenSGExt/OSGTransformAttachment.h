@@ -33,6 +33,9 @@ class KV_OPENSG_EXT_API TransformAttachment : public Attachment {
     /// The attachment of a container, created and added (in an edit of the attachments) when there
     /// is none. Null for null.
     static TransformAttachmentPtr findOrCreate(const AttachmentContainerPtr& container);
+
+    /// Sets angles and order within one edit.
+    void set(const Vec3f& degrees, Int32 order);
 };
 
 KV_CONTAINER_INLINE(TransformAttachment)
