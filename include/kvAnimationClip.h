@@ -9,7 +9,6 @@
 namespace kv::detail {
 class ClipRanges;
 class RangeWalk;
-class Reachability;
 } // namespace kv::detail
 
 /// @file
@@ -267,12 +266,11 @@ class KV_ANIMATIONS_API kvAnimationClip {
   private:
     friend class kv::detail::ClipRanges;
     friend class kv::detail::RangeWalk;
-    friend class kv::detail::Reachability;
     friend class kvAnimationAttachmentInteraction;
     friend struct kvTestAccess<kvAnimationClip>;
 
     void duplicateTracks(const kvAnimationClip& other);
-    kvAnimationTrack& trackForInsertion(int index);
+    kvAnimationTrack& newTrack();
 
     std::uint32_t _id;
     bool _active = true;

@@ -147,10 +147,12 @@ class KV_ANIMATIONS_API kvAnimationCurve : public kvControlPointManager {
     void addControlPoint(kvControlPoint& cp) { insertCP(cp); }
 
   private:
+    friend class kvAnimationBlock;
     friend struct kvTestAccess<kvAnimationCurve>;
 
     void predefinedColor();
     void stretch(float start, float span, float newSpan, float newStart);
+    void shift(float delta);
 
     static std::uint32_t _idCount;
 

@@ -8,7 +8,6 @@
 namespace kv::detail {
 class ClipRanges;
 class RangeWalk;
-class Reachability;
 } // namespace kv::detail
 
 /// @file
@@ -160,7 +159,6 @@ class KV_ANIMATIONS_API kvAnimationTrack {
   private:
     friend class kv::detail::ClipRanges;
     friend class kv::detail::RangeWalk;
-    friend class kv::detail::Reachability;
     friend class kvAnimationAttachmentInteraction;
     friend struct kvTestAccess<kvAnimationTrack>;
 

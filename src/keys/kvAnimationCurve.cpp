@@ -101,6 +101,22 @@ void kvAnimationCurve::stretch(float start, float span, float newSpan, float new
     noteIfSorted(linked);
 }
 
+// Moves keys and handles by delta frames, for the block that holds the curve. In single precision,
+// which rounds the values along with the frames; deliberate.
+void kvAnimationCurve::shift(float delta) {
+    const bool linked = isKnownLinked();
+    const auto moved = [delta](kvControlPoint::Point p) {
+        return kvControlPoint::Point{static_cast<double>(static_cast<float>(p.x) + delta),
+                                     static_cast<double>(static_cast<float>(p.y))};
+    };
+    for (kvControlPoint& cp : cps) {
+        cp.point = moved(cp.point);
+        cp.inTangent = moved(cp.inTangent);
+        cp.outTangent = moved(cp.outTangent);
+    }
+    noteIfSorted(linked);
+}
+
 void kvAnimationCurve::stretchLeft(float newStart) {
     if (cps.empty()) return;
     const float start = static_cast<float>(getStartFrame());
