@@ -30,7 +30,8 @@ class Log {
     /// Lines of this level and all more severe ones are shown.
     void setLogLevel(LogLevel level) { _level = level; }
 
-    /// Sends lines to a file, which is overwritten; null or a file that cannot be opened: as before.
+    /// Sends lines to a file, which is overwritten; null or a file that cannot be opened: as
+    /// before.
     void setLogFile(const Char8* fileName);
 
     /// Whether lines begin with their level.
@@ -39,12 +40,16 @@ class Log {
 
     bool checkLevel(LogLevel level) const { return _type != LOG_NONE && level <= _level; }
 
-    /// Starts a line of the level and returns the stream that takes the rest of it. The line is
-    /// written when it ends (`std::endl`) or when the next one starts. Each thread has a stream of
-    /// its own, so lines of several threads do not mix.
+    /// Starts a line of the level and returns the stream that takes the rest of it; one that
+    /// swallows everything when the level is not shown. The line is written when it ends
+    /// (`std::endl`) or when the next one starts. Each thread has a stream of its own, so lines do
+    /// not mix.
     std::ostream& start(LogLevel level);
 
-    /// printf without a level in front.
+    /// Goes on with the line that was started last.
+    std::ostream& more(LogLevel level);
+
+    /// printf into the line that was started last.
     void doLog(const Char8* format, ...)
 #if defined(__GNUC__)
         __attribute__((format(printf, 2, 3)))
@@ -79,16 +84,20 @@ std::ostream& operator<<(Log& log, const T& value) {
 } // namespace osg
 
 /// `SWARNING << "text " << number << std::endl;`
-#define OSG_LOG_STREAM(LEVEL)                                                                      \
-    if (!osg::osgLog().checkLevel(LEVEL)) {                                                        \
-    } else                                                                                         \
-        osg::osgLog().start(LEVEL)
-#define SLOG OSG_LOG_STREAM(osg::LOG_LOG)
-#define SFATAL OSG_LOG_STREAM(osg::LOG_FATAL)
-#define SWARNING OSG_LOG_STREAM(osg::LOG_WARNING)
-#define SNOTICE OSG_LOG_STREAM(osg::LOG_NOTICE)
-#define SINFO OSG_LOG_STREAM(osg::LOG_INFO)
-#define SDEBUG OSG_LOG_STREAM(osg::LOG_DEBUG)
+#define SLOG osg::osgLog().start(osg::LOG_LOG)
+#define SFATAL osg::osgLog().start(osg::LOG_FATAL)
+#define SWARNING osg::osgLog().start(osg::LOG_WARNING)
+#define SNOTICE osg::osgLog().start(osg::LOG_NOTICE)
+#define SINFO osg::osgLog().start(osg::LOG_INFO)
+#define SDEBUG osg::osgLog().start(osg::LOG_DEBUG)
+
+/// The same in the middle of a line.
+#define PLOG osg::osgLog().more(osg::LOG_LOG)
+#define PFATAL osg::osgLog().more(osg::LOG_FATAL)
+#define PWARNING osg::osgLog().more(osg::LOG_WARNING)
+#define PNOTICE osg::osgLog().more(osg::LOG_NOTICE)
+#define PINFO osg::osgLog().more(osg::LOG_INFO)
+#define PDEBUG osg::osgLog().more(osg::LOG_DEBUG)
 
 /// `FWARNING(("text %d\n", number));`, with two pairs of brackets.
 #define OSG_LOG_PRINTF(LEVEL, ARGUMENTS)                                                           \
@@ -104,6 +113,3 @@ std::ostream& operator<<(Log& log, const T& value) {
 #define FNOTICE(ARGUMENTS) OSG_LOG_PRINTF(osg::LOG_NOTICE, ARGUMENTS)
 #define FINFO(ARGUMENTS) OSG_LOG_PRINTF(osg::LOG_INFO, ARGUMENTS)
 #define FDEBUG(ARGUMENTS) OSG_LOG_PRINTF(osg::LOG_DEBUG, ARGUMENTS)
-
-/// Continues a line without starting one.
-#define PLOG SLOG
