@@ -199,21 +199,36 @@ class CPEditor {
 #define CPEdit(POINTER, MASK) osg::CPEditor OSG_CONCAT(osgEditOfLine, __LINE__)(POINTER, MASK)
 #define CPEditAll(POINTER) CPEdit(POINTER, osg::FieldBits::AllFields)
 
+// Classes may write `override` at their other functions or not; the macros cannot follow both.
+#if defined(__clang__)
+#define OSG_ANY_OVERRIDE_BEGIN                                                                     \
+    _Pragma("clang diagnostic push")                                                               \
+        _Pragma("clang diagnostic ignored \"-Winconsistent-missing-override\"")
+#define OSG_ANY_OVERRIDE_END _Pragma("clang diagnostic pop")
+#else
+#define OSG_ANY_OVERRIDE_BEGIN
+#define OSG_ANY_OVERRIDE_END
+#endif
+
 /// In the class of a container: its type and its creation. `_type` is a static member of the class.
 #define OSG_FIELD_CONTAINER_DECL(PTR)                                                              \
     OSG_ABSTR_FIELD_CONTAINER_DECL(PTR)                                                            \
     static PTR create(void);                                                                       \
     static PTR createEmpty(void);                                                                  \
-    virtual osg::FieldContainerPtr shallowCopy(void) const;
+    OSG_ANY_OVERRIDE_BEGIN                                                                         \
+    virtual osg::FieldContainerPtr shallowCopy(void) const;                                        \
+    OSG_ANY_OVERRIDE_END
 
 /// The same for a class of which no objects are made.
 #define OSG_ABSTR_FIELD_CONTAINER_DECL(PTR)                                                        \
     static osg::FieldContainerType& getClassType(void);                                            \
     static osg::UInt32 getClassTypeId(void);                                                       \
     static osg::UInt16 getClassGroupId(void);                                                      \
+    OSG_ANY_OVERRIDE_BEGIN                                                                         \
     virtual osg::FieldContainerType& getType(void);                                                \
     virtual const osg::FieldContainerType& getType(void) const;                                    \
-    virtual osg::UInt32 getContainerSize(void) const;
+    virtual osg::UInt32 getContainerSize(void) const;                                              \
+    OSG_ANY_OVERRIDE_END
 
 /// After the class, in its header: the inline part.
 #define OSG_FIELD_CONTAINER_INL_DEF(CLASS, PTR)                                                    \

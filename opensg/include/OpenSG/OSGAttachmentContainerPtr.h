@@ -1,0 +1,6 @@
+#pragma once
+
+/// @file
+/// Pointers to attachment containers.
+
+#include <OpenSG/OSGAttachmentContainer.h>

@@ -1,0 +1,6 @@
+#pragma once
+
+/// @file
+/// Pointers to attachments.
+
+#include <OpenSG/OSGAttachment.h>

@@ -1,0 +1,6 @@
+#pragma once
+
+/// @file
+/// Pointers to nodes.
+
+#include <OpenSG/OSGNode.h>

@@ -1,0 +1,6 @@
+#pragma once
+
+/// @file
+/// All threads of the program.
+
+#include <OpenSG/OSGThread.h>
