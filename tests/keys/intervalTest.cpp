@@ -1,0 +1,111 @@
+// The two look-ups by frame: the interval that an evaluation needs, and the neighbours of a drag.
+#include <kvControlPointManager.h>
+
+#include "keys/keyListFixture.h"
+#include "keys/museum.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+using namespace kv::test;
+
+namespace {
+
+using Pair = std::vector<kvControlPoint*>;
+
+// The interval by the plain walk.
+Pair walkedInterval(std::vector<kvControlPoint>& keys, double frame) {
+    if (keys.size() < 2) return {};
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        if (keys[i].getPoint().x > frame) return {i == 0 ? nullptr : &keys[i - 1], &keys[i]};
+    return {&keys.back(), nullptr};
+}
+
+// The neighbours by the plain walk.
+Pair walkedNeighbours(std::vector<kvControlPoint>& keys, double x) {
+    if (keys.size() < 2) return {};
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        kvControlPoint* const before = i == 0 ? nullptr : &keys[i - 1];
+        if (keys[i].getPoint().x > x) return {before, &keys[i]};
+        if (keys[i].getPoint().x == x)
+            return {before, i + 1 == keys.size() ? nullptr : &keys[i + 1]};
+    }
+    return {&keys.back(), nullptr};
+}
+
+} // namespace
+
+TEST(Interval, fewerThanTwoKeysHaveNone) {
+    OpenKeyList list;
+    EXPECT_TRUE(list.getBezierIntervalCPs(0.0F).empty());
+    EXPECT_TRUE(list.getPrevAndNextCP(0.0).empty());
+    list.insertCP(0.0, 0.0);
+    EXPECT_TRUE(list.getBezierIntervalCPs(0.0F).empty());
+    EXPECT_TRUE(list.getPrevAndNextCP(0.0).empty());
+}
+
+TEST(Interval, aFrameOnAKeyStartsTheIntervalThere) {
+    OpenKeyList list;
+    for (const double x : {0.0, 10.0, 20.0})
+        list.insertCP(x, x);
+    std::vector<kvControlPoint>& keys = State::keys(list);
+    EXPECT_EQ(list.getBezierIntervalCPs(-0.5F), (Pair{nullptr, &keys[0]}));
+    EXPECT_EQ(list.getBezierIntervalCPs(0.0F), (Pair{&keys[0], &keys[1]}));
+    EXPECT_EQ(list.getBezierIntervalCPs(9.5F), (Pair{&keys[0], &keys[1]}));
+    EXPECT_EQ(list.getBezierIntervalCPs(10.0F), (Pair{&keys[1], &keys[2]}));
+    EXPECT_EQ(list.getBezierIntervalCPs(20.0F), (Pair{&keys[2], nullptr}));
+    EXPECT_EQ(list.getBezierIntervalCPs(20.5F), (Pair{&keys[2], nullptr}));
+}
+
+TEST(Interval, framesAreComparedInDoublePrecision) {
+    OpenKeyList list;
+    // Rounded to single precision, this key would lie at the frame asked for.
+    const double justAfter = static_cast<double>(0.1F) + 1e-12;
+    list.insertCP(justAfter, 0.0);
+    list.insertCP(5.0, 0.0);
+    EXPECT_EQ(list.getBezierIntervalCPs(0.1F), (Pair{nullptr, &State::keys(list)[0]}));
+}
+
+TEST(Interval, theNeighboursOfAPositionLeaveOutAKeyThere) {
+    OpenKeyList list;
+    for (const double x : {0.0, 10.0, 20.0})
+        list.insertCP(x, x);
+    std::vector<kvControlPoint>& keys = State::keys(list);
+    EXPECT_EQ(list.getPrevAndNextCP(-1.0), (Pair{nullptr, &keys[0]}));
+    EXPECT_EQ(list.getPrevAndNextCP(0.0), (Pair{nullptr, &keys[1]}));
+    EXPECT_EQ(list.getPrevAndNextCP(5.0), (Pair{&keys[0], &keys[1]}));
+    EXPECT_EQ(list.getPrevAndNextCP(10.0), (Pair{&keys[0], &keys[2]}));
+    EXPECT_EQ(list.getPrevAndNextCP(20.0), (Pair{&keys[1], nullptr}));
+    EXPECT_EQ(list.getPrevAndNextCP(21.0), (Pair{&keys[2], nullptr}));
+}
+
+TEST(Interval, searchingEqualsWalkingOnEveryPieceOfTheMuseum) {
+    for (const MuseumCurve& piece : museum()) {
+        OpenKeyList list;
+        hang(piece, list);
+        for (const float frame : interestingFrames(piece)) {
+            std::vector<kvControlPoint>& keys = State::keys(list);
+            const double x = static_cast<double>(frame);
+            ASSERT_TRUE(State::isKnownSorted(list));
+            EXPECT_EQ(list.getBezierIntervalCPs(frame), walkedInterval(keys, x))
+                << piece.name << " at " << frame;
+            EXPECT_EQ(list.getPrevAndNextCP(x), walkedNeighbours(keys, x))
+                << piece.name << " at " << frame;
+        }
+    }
+}
+
+TEST(Interval, anUnsortedListIsWalked) {
+    OpenKeyList list;
+    for (const double x : {0.0, 10.0, 20.0, 30.0})
+        list.insertCP(x, x);
+    list.getCPs()[1].setPoint({100.0, 0.0});
+    std::vector<kvControlPoint>& keys = State::keys(list);
+    for (const double x : {-5.0, 0.0, 5.0, 10.0, 20.0, 25.0, 30.0, 100.0, 200.0, kNaN}) {
+        EXPECT_EQ(list.getBezierIntervalCPs(static_cast<float>(x)), walkedInterval(keys, x)) << x;
+        EXPECT_EQ(list.getPrevAndNextCP(x), walkedNeighbours(keys, x)) << x;
+    }
+    EXPECT_EQ(list.getBezierIntervalCPs(25.0F), (Pair{&keys[0], &keys[1]}));
+}
