@@ -1,0 +1,98 @@
+// A tick of playback through the controller: a block of 10, 100 and 1000 curves, evaluated and
+// written into the transforms of its nodes.
+#include "support/curves.h"
+
+#include <kvAnimationBlock.h>
+#include <kvAnimationController2.h>
+#include <kvAnimationManager2.h>
+#include <kvAnimationUtils2.h>
+#include <OSGTransform3D.h>
+
+#include <OpenSG/OSGBaseFunctions.h>
+#include <OpenSG/OSGNode.h>
+
+#include <benchmark/benchmark.h>
+
+#include <array>
+
+namespace {
+
+double now = 0.0;
+double clockOfTheBenchmark() {
+    return now;
+}
+
+constexpr std::array<const char*, 9> kAttributes = {"translateX", "translateY", "translateZ",
+                                                    "rotateX",    "rotateY",    "rotateZ",
+                                                    "scaleX",     "scaleY",     "scaleZ"};
+
+osg::NodePtr makeTransform() {
+    osg::NodePtr node = osg::Node::create();
+    osg::beginEditCP(node, osg::Node::CoreFieldMask);
+    node->setCore(osg::Transform3D::create());
+    osg::endEditCP(node, osg::Node::CoreFieldMask);
+    return node;
+}
+
+/// Nine curves a node.
+class Stage {
+  public:
+    explicit Stage(std::size_t curves) : _root(makeTransform()), _block(_root) {
+        osg::addRefCP(_root);
+        osg::NodePtr node = osg::NullFC;
+        for (std::size_t i = 0; i < curves; ++i) {
+            if (i % kAttributes.size() == 0) {
+                node = makeTransform();
+                _root->addChild(node);
+            }
+            kvAnimationCurve* curve = new kvAnimationCurve(kAttributes[i % kAttributes.size()]);
+            curve->setAppropriateNode(node);
+            kvAnimationUtils2::createAnimationField(curve);
+            kv::bench::fillCurve(*curve, 100);
+            _block.addCurve(curve);
+        }
+        _block.setRepeat(true);
+    }
+    ~Stage() { osg::subRefCP(_root); }
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+
+    kvAnimationBlock& block() { return _block; }
+
+  private:
+    osg::NodePtr _root;
+    kvAnimationBlock _block;
+};
+
+void tick(benchmark::State& state) {
+    osg::osgInit(0, nullptr);
+    Stage stage(static_cast<std::size_t>(state.range(0)));
+    kvAnimationManager2::setSimulationTimeCB(&clockOfTheBenchmark);
+    kvAnimationController2::setAnimationManager(&kvAnimationManager2::_the);
+    kvAnimationController2::setFPS(60.0F);
+    kvAnimationController2::play(&stage.block(), false, false);
+    for (auto _ : state) {
+        now += 1.0 / 60.0;
+        kvAnimationController2::animationLoop();
+    }
+    kvAnimationController2::stop();
+    state.counters["ns a curve"] = benchmark::Counter(
+        static_cast<double>(state.iterations()) * static_cast<double>(state.range(0)) * 1e-9,
+        benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+
+void evaluateOnly(benchmark::State& state) {
+    osg::osgInit(0, nullptr);
+    Stage stage(static_cast<std::size_t>(state.range(0)));
+    float frame = 0.0F;
+    for (auto _ : state) {
+        frame = frame < 980.0F ? frame + 1.0F : 0.0F;
+        benchmark::DoNotOptimize(kvAnimationManager2::_the.getUpdatedAnimationFields(
+            &stage.block(), frame, false, false));
+    }
+}
+
+} // namespace
+
+BENCHMARK(evaluateOnly)->ArgName("curves")->Arg(10)->Arg(100)->Arg(1000);
+BENCHMARK(tick)->ArgName("curves")->Arg(10)->Arg(100)->Arg(1000);
