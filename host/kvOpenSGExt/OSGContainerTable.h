@@ -45,6 +45,7 @@
  */
 
 #include <OpenSG/OSGConfig.h>
+#include <OpenSG/OSGBaseFunctions.h>
 #include <OpenSG/OSGFieldContainer.h>
 #include <OpenSG/OSGFieldContainerPtr.h>
 #include <OpenSG/OSGFieldContainerType.h>
