@@ -35,6 +35,7 @@ class Attachment : public FieldContainer {
     /// Kept up to date by AttachmentContainer; nobody else calls these.
     void addParent(const FieldContainerPtr& parent);
     void subParent(const FieldContainerPtr& parent);
+    bool hasParent(const FieldContainerPtr& parent) const;
 
     UInt32 getBinSize(const BitVector& whichField) override;
     void copyToBin(BinaryDataHandler& memory, const BitVector& whichField) override;

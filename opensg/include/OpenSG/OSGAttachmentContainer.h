@@ -59,6 +59,7 @@ class AttachmentContainer : public FieldContainer {
 
     static UInt32 placeOf(UInt32 groupId, UInt16 binding) { return groupId << 16 | binding; }
     void release(AttachmentMap::iterator place);
+    void addUncounted(const AttachmentPtr& attachment);
 
     Field* fieldAttachments() { return &_sfAttachments; }
 

@@ -147,7 +147,8 @@ class Node : public AttachmentContainer {
     void adopt(const NodePtr& child);
     void disown(const NodePtr& child);
     void dropChild(UInt32 index);
-    void adoptFieldContents(UInt32 origin);
+    void acceptChildren(UInt32 origin);
+    void acceptCore(UInt32 origin);
     void recomputeVolume();
 
     static FieldContainerPtr makePrototype() { return createEmpty(); }
