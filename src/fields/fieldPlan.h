@@ -1,0 +1,49 @@
+#pragma once
+
+#include "fields/fieldNumbers.h"
+
+#include <OpenSG/OSGConfig.h>
+
+#include <OpenSG/OSGFieldContainer.h>
+#include <OpenSG/OSGFieldContainerPtr.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// @file
+/// What a field name means for a type of container, found out once and remembered.
+
+namespace kv::detail {
+
+/// One field of a container type.
+struct FieldTarget {
+    osg::UInt32 index; ///< for getField
+    osg::BitVector mask;
+    const NumberAccess* access; ///< null for a field that only has text
+    bool single;
+};
+
+/// Everything that writing and reading need to know about one field name on one type of container.
+struct FieldPlan {
+    enum class Container { Other, Node, CameraSetting };
+    enum class Name { Other, FieldOfView, From, At, Up };
+
+    const osg::FieldContainerType* type = nullptr;
+    osg::UInt32 descriptionCount = 0; ///< of the type when the plan was made; types can grow
+    std::string fieldName;
+    std::vector<FieldTarget> targets; ///< every field of that name
+    Container container = Container::Other;
+    Name name = Name::Other;
+};
+
+/// The container with this id; null for 0, for ids never given out and for destroyed containers.
+osg::FieldContainerPtr containerById(std::uint32_t id);
+
+/// The plan for a field name on the type of \p container, which must not be null. Remembered plans
+/// live as long as the process; past some thousands of them new ones are made in \p spare instead,
+/// so that made-up names cannot fill the memory.
+const FieldPlan& planFor(const osg::FieldContainerPtr& container, const std::string& fieldName,
+                         FieldPlan& spare);
+
+} // namespace kv::detail
