@@ -3,6 +3,7 @@
 /// @file
 /// The base of everything that lives in a scene, and the macros that its classes are made with.
 
+#include <OpenSG/OSGBaseFunctions.h>
 #include <OpenSG/OSGBaseTypeTraits.h>
 #include <OpenSG/OSGBinaryDataHandler.h>
 #include <OpenSG/OSGFieldContainerType.h>
