@@ -1,5 +1,5 @@
-// Finding registered objects by id, name, node, key or curve. First match wins; every list is walked
-// from its front. The public operations are the private workers under another name.
+// Finding registered objects by id, name, node, key or curve. First match wins; every list is
+// walked from its front. The public operations are the private workers under another name.
 
 #include <kvAnimationManager2.h>
 
@@ -11,7 +11,8 @@
 
 namespace {
 
-template <class T, class Match> T* firstOf(const std::vector<T*>& list, const Match& matches) {
+template <class T, class Match>
+T* firstOf(const std::vector<T*>& list, const Match& matches) {
     const auto found = std::find_if(list.begin(), list.end(),
                                     [&](const T* item) { return item && matches(*item); });
     return found == list.end() ? nullptr : *found;
@@ -80,7 +81,9 @@ kvAnimationCurve* kvAnimationManager2::findRegistered(kvAnimationCurve* curve) {
     return curve ? findCurve(static_cast<unsigned long>(curve->getId())) : nullptr;
 }
 
-kvAnimationCurve* kvAnimationManager2::getAnimationCurve(unsigned long id) { return findCurve(id); }
+kvAnimationCurve* kvAnimationManager2::getAnimationCurve(unsigned long id) {
+    return findCurve(id);
+}
 
 kvAnimationCurve* kvAnimationManager2::getAnimationCurve(std::string attribute) {
     return findCurve(attribute);
@@ -164,9 +167,13 @@ kvAnimationClip* kvAnimationManager2::findClip(const std::string& name) {
     return firstClip(_clips, [&](const kvAnimationClip& clip) { return clip.getName() == name; });
 }
 
-kvAnimationClip* kvAnimationManager2::getClip(unsigned long id) { return findClip(id); }
+kvAnimationClip* kvAnimationManager2::getClip(unsigned long id) {
+    return findClip(id);
+}
 
-kvAnimationClip* kvAnimationManager2::getClip(std::string name) { return findClip(name); }
+kvAnimationClip* kvAnimationManager2::getClip(std::string name) {
+    return findClip(name);
+}
 
 kvAnimationClip* kvAnimationManager2::findSubClip(unsigned long id, kvAnimationClip* parent) {
     const auto id32 = static_cast<std::uint32_t>(id);

@@ -44,25 +44,45 @@ double secondsOfBuiltInClock() {
 
 // --- installing -------------------------------------------------------------------------------
 
-void kvAnimationManager2::setSimulationTimeCB(SimulationTimeCB callback) { _timeCB = callback; }
+void kvAnimationManager2::setSimulationTimeCB(SimulationTimeCB callback) {
+    _timeCB = callback;
+}
 
-void kvAnimationManager2::setGetFromAtUpCB(GetFromAtUpCB callback) { _gCamFAU = callback; }
+void kvAnimationManager2::setGetFromAtUpCB(GetFromAtUpCB callback) {
+    _gCamFAU = callback;
+}
 
-void kvAnimationManager2::setFromAtUpCB(SetFromAtUpCB callback) { _sCamFAU = callback; }
+void kvAnimationManager2::setFromAtUpCB(SetFromAtUpCB callback) {
+    _sCamFAU = callback;
+}
 
-void kvAnimationManager2::setGetFovCB(GetFovCB callback) { _gFOV = callback; }
+void kvAnimationManager2::setGetFovCB(GetFovCB callback) {
+    _gFOV = callback;
+}
 
-void kvAnimationManager2::setFovCB(SetFovCB callback) { _sFOV = callback; }
+void kvAnimationManager2::setFovCB(SetFovCB callback) {
+    _sFOV = callback;
+}
 
-void kvAnimationManager2::setGetZUpCB(GetZUpCB callback) { _gZUp = callback; }
+void kvAnimationManager2::setGetZUpCB(GetZUpCB callback) {
+    _gZUp = callback;
+}
 
-void kvAnimationManager2::setZUpCB(SetZUpCB callback) { _sZUp = callback; }
+void kvAnimationManager2::setZUpCB(SetZUpCB callback) {
+    _sZUp = callback;
+}
 
-void kvAnimationManager2::setExecuteSequenceCB(ExecuteSequenceCB callback) { _seffc = callback; }
+void kvAnimationManager2::setExecuteSequenceCB(ExecuteSequenceCB callback) {
+    _seffc = callback;
+}
 
-void kvAnimationManager2::setUpdateNavigatorCB(UpdateCB callback) { _updateNavigator = callback; }
+void kvAnimationManager2::setUpdateNavigatorCB(UpdateCB callback) {
+    _updateNavigator = callback;
+}
 
-void kvAnimationManager2::setUpdateRenderCB(UpdateCB callback) { _updateRender = callback; }
+void kvAnimationManager2::setUpdateRenderCB(UpdateCB callback) {
+    _updateRender = callback;
+}
 
 // --- asking and telling -----------------------------------------------------------------------
 
@@ -70,13 +90,17 @@ double kvAnimationManager2::getSimulationTime() {
     return _timeCB ? _timeCB() : secondsOfBuiltInClock();
 }
 
-float kvAnimationManager2::getFOV() { return _gFOV ? _gFOV() : -1.0F; }
+float kvAnimationManager2::getFOV() {
+    return _gFOV ? _gFOV() : -1.0F;
+}
 
 void kvAnimationManager2::setFOV(float fov) {
     if (_sFOV) _sFOV(fov);
 }
 
-bool kvAnimationManager2::getZUp() { return _gZUp && _gZUp(); }
+bool kvAnimationManager2::getZUp() {
+    return _gZUp && _gZUp();
+}
 
 void kvAnimationManager2::setZUp(bool zUp) {
     if (_sZUp) _sZUp(zUp);
@@ -92,17 +116,29 @@ void kvAnimationManager2::updateRender(bool flag) {
 
 // --- settings ---------------------------------------------------------------------------------
 
-float kvAnimationManager2::getActualFrame() { return _actualFrame; }
+float kvAnimationManager2::getActualFrame() {
+    return _actualFrame;
+}
 
-void kvAnimationManager2::setActualFrame(float frame) { _actualFrame = frame; }
+void kvAnimationManager2::setActualFrame(float frame) {
+    _actualFrame = frame;
+}
 
-void kvAnimationManager2::setMotionBlurSamples(int samples) { _mbSamples = samples; }
+void kvAnimationManager2::setMotionBlurSamples(int samples) {
+    _mbSamples = samples;
+}
 
-int kvAnimationManager2::getMotionBlurSamples() { return _mbSamples; }
+int kvAnimationManager2::getMotionBlurSamples() {
+    return _mbSamples;
+}
 
-void kvAnimationManager2::setMotionBlurShutterTime(float time) { _mbShutterTime = time; }
+void kvAnimationManager2::setMotionBlurShutterTime(float time) {
+    _mbShutterTime = time;
+}
 
-float kvAnimationManager2::getMotionBlurShutterTime() { return _mbShutterTime; }
+float kvAnimationManager2::getMotionBlurShutterTime() {
+    return _mbShutterTime;
+}
 
 void kvAnimationManager2::setActiveAnimationWidget(AnimationWidgetType widget) {
     _activeAnimWidget = widget;
@@ -112,6 +148,10 @@ kvAnimationManager2::AnimationWidgetType kvAnimationManager2::getActiveAnimation
     return _activeAnimWidget;
 }
 
-void kvAnimationManager2::setMGLWCamera(osg::CameraPtr camera) { _mglwCam = camera; }
+void kvAnimationManager2::setMGLWCamera(osg::CameraPtr camera) {
+    _mglwCam = camera;
+}
 
-osg::CameraPtr kvAnimationManager2::getMGLWCamera() { return _mglwCam; }
+osg::CameraPtr kvAnimationManager2::getMGLWCamera() {
+    return _mglwCam;
+}

@@ -1,7 +1,8 @@
 // Finding the light that a light geometry stands for. The geometry that a host draws for a light
 // hangs two levels below the light's beacon, so the light is the one whose beacon is the geometry's
-// grandparent. The search leaves its result in a static slot and a search that fails leaves the last
-// result there on purpose: it is only meant to be used directly after a search that must succeed.
+// grandparent. The search leaves its result in a static slot and a search that fails leaves the
+// last result there on purpose: it is only meant to be used directly after a search that must
+// succeed.
 
 #include <OpenSG/OSGConfig.h>
 
@@ -15,8 +16,8 @@
 #include <OpenSG/OSGPointLight.h>
 #include <OpenSG/OSGSpotLight.h>
 
-#include <OSGLightGeoAttachment.h>
 #include <kvLights.h>
+#include <OSGLightGeoAttachment.h>
 
 namespace {
 
@@ -31,7 +32,8 @@ bool isLightGeometry(const osg::NodePtr& node) {
 }
 
 /// The id of the light core's beacon when the core is of the type that the host calls it, else 0.
-template <class LightTypePtr> std::uint32_t beaconIdOf(const osg::NodeCorePtr& core) {
+template <class LightTypePtr>
+std::uint32_t beaconIdOf(const osg::NodeCorePtr& core) {
     const LightTypePtr light = LightTypePtr::dcast(core);
     if (light == osg::NullFC) return 0;
     return kv::detail::idOf(light->getBeacon());
@@ -55,11 +57,10 @@ osg::NodePtr kvAnimationManager2::resolveLightNode(const osg::NodePtr& node, osg
     _beacon = parent->getParent();
     _beaconId = kv::detail::idOf(_beacon);
     if (root != osg::NullFC) {
-        osg::traverse(root,
-                      osg::osgTypedFunctionFunctor1CPtrRef<osg::Action::ResultE, osg::NodePtr>(
-                          [](osg::NodePtr& visited) -> osg::Action::ResultE {
-                              return findLight(visited);
-                          }));
+        osg::traverse(
+            root,
+            osg::osgTypedFunctionFunctor1CPtrRef<osg::Action::ResultE, osg::NodePtr>(
+                [](osg::NodePtr& visited) -> osg::Action::ResultE { return findLight(visited); }));
     }
     // The light may be from an earlier search and destroyed since: then there is nothing to return.
     return kv::detail::nodeById(_appropriateLightId);

@@ -19,7 +19,9 @@ struct Axes {
     osg::UInt32 side;
 };
 
-Axes axesOf(bool zUp) { return zUp ? Axes{2, 1} : Axes{1, 2}; }
+Axes axesOf(bool zUp) {
+    return zUp ? Axes{2, 1} : Axes{1, 2};
+}
 
 bool isNearlyZero(const osg::Vec3f& v) {
     return std::fabs(v[0]) <= kTolerance && std::fabs(v[1]) <= kTolerance &&
@@ -56,8 +58,7 @@ void kvAnimationManager2::setFromAtUp(const osg::Pnt3f& from, const osg::Pnt3f& 
     if (_sCamFAU) _sCamFAU(kActiveCamera, from, at, up);
 }
 
-void kvAnimationManager2::setObserver(osg::Pnt3f from, osg::Pnt3f at, osg::Vec3f up,
-                                      float degree) {
+void kvAnimationManager2::setObserver(osg::Pnt3f from, osg::Pnt3f at, osg::Vec3f up, float degree) {
     const bool zUp = getZUp();
     const Axes axes = axesOf(zUp);
 

@@ -62,7 +62,8 @@ void printClip(kvAnimationClip& clip) {
     std::cout << "#  - id: " << clip.getId() << " name: " << clip.getName() << std::endl;
     const std::vector<kvAnimationBlock*> blocks = clip.getBlocks(false, false);
     std::cout << "#  - ClipBlocks: " << blocks.size() << std::endl;
-    for (const kvAnimationBlock* block : blocks) printClipBlock(*block);
+    for (const kvAnimationBlock* block : blocks)
+        printClipBlock(*block);
 }
 
 } // namespace

@@ -15,12 +15,14 @@
 
 namespace {
 
-template <class T> T* lastOf(const std::vector<T*>& list) {
+template <class T>
+T* lastOf(const std::vector<T*>& list) {
     return list.empty() ? nullptr : list.back();
 }
 
 /// Every match goes: curves and clips of equal ids are not told apart.
-template <class T> void removeAllWithId(std::vector<T*>& list, std::uint32_t id) {
+template <class T>
+void removeAllWithId(std::vector<T*>& list, std::uint32_t id) {
     const auto matches = [id](const T* item) { return item && item->getId() == id; };
     list.erase(std::remove_if(list.begin(), list.end(), matches), list.end());
 }
@@ -38,9 +40,13 @@ kvAnimationManager2::kvAnimationManager2() = default;
 
 kvAnimationManager2::~kvAnimationManager2() = default;
 
-unsigned long long kvAnimationManager2::createUniqueId() { return kv::detail::createUniqueId(); }
+unsigned long long kvAnimationManager2::createUniqueId() {
+    return kv::detail::createUniqueId();
+}
 
-bool kvAnimationManager2::checkId(unsigned long long id) { return kv::detail::isIssuedId(id); }
+bool kvAnimationManager2::checkId(unsigned long long id) {
+    return kv::detail::isIssuedId(id);
+}
 
 // --- adding -----------------------------------------------------------------------------------
 
@@ -62,11 +68,17 @@ void kvAnimationManager2::addClip(kvAnimationClip* clip) {
     clip->setId(static_cast<std::uint32_t>(createUniqueId()));
 }
 
-kvAnimationCurve* kvAnimationManager2::getLastInsertedCurve() const { return lastOf(_animCurves); }
+kvAnimationCurve* kvAnimationManager2::getLastInsertedCurve() const {
+    return lastOf(_animCurves);
+}
 
-kvAnimationBlock* kvAnimationManager2::getLastInsertedBlock() const { return lastOf(_blocks); }
+kvAnimationBlock* kvAnimationManager2::getLastInsertedBlock() const {
+    return lastOf(_blocks);
+}
 
-kvAnimationClip* kvAnimationManager2::getLastInsertedClip() const { return lastOf(_clips); }
+kvAnimationClip* kvAnimationManager2::getLastInsertedClip() const {
+    return lastOf(_clips);
+}
 
 // --- removing ---------------------------------------------------------------------------------
 
@@ -106,7 +118,8 @@ bool kvAnimationManager2::subSequence(kvAnimationClip* clip, kvAnimationSequence
     if (std::find(own.begin(), own.end(), seq) != own.end()) return true;
     // The sub-clips are asked as well, but what they answer does not count: only items of the clip
     // itself are answered for. What the question leaves behind is that their tracks are sorted.
-    for (kvAnimationClip* subclip : clip->getSubclips(false, false)) subSequence(subclip, seq);
+    for (kvAnimationClip* subclip : clip->getSubclips(false, false))
+        subSequence(subclip, seq);
     return false;
 }
 
@@ -122,7 +135,9 @@ bool kvAnimationManager2::subSequenceFromTracks(kvAnimationClip* /*clip*/,
     return false;
 }
 
-bool kvAnimationManager2::getCurveVisibility(kvAnimationCurve* /*curve*/) { return false; }
+bool kvAnimationManager2::getCurveVisibility(kvAnimationCurve* /*curve*/) {
+    return false;
+}
 
 void kvAnimationManager2::eraseEmptyCurves() {
     const auto isKeyless = [](const kvAnimationCurve* curve) {
@@ -137,9 +152,13 @@ void kvAnimationManager2::clearCurveLists() {
     _selectedCurves.clear();
 }
 
-void kvAnimationManager2::clearBlockList() { _blocks.clear(); }
+void kvAnimationManager2::clearBlockList() {
+    _blocks.clear();
+}
 
-void kvAnimationManager2::clearClipList() { _clips.clear(); }
+void kvAnimationManager2::clearClipList() {
+    _clips.clear();
+}
 
 void kvAnimationManager2::clear(bool all) {
     clearCurveLists();
@@ -151,20 +170,34 @@ void kvAnimationManager2::clear(bool all) {
 
 // --- the lists and marks ----------------------------------------------------------------------
 
-std::vector<kvAnimationCurve*>* kvAnimationManager2::getAnimCurves() { return &_animCurves; }
+std::vector<kvAnimationCurve*>* kvAnimationManager2::getAnimCurves() {
+    return &_animCurves;
+}
 
-std::vector<kvAnimationBlock*>* kvAnimationManager2::getBlocks() { return &_blocks; }
+std::vector<kvAnimationBlock*>* kvAnimationManager2::getBlocks() {
+    return &_blocks;
+}
 
-std::vector<kvAnimationClip*>* kvAnimationManager2::getClips() { return &_clips; }
+std::vector<kvAnimationClip*>* kvAnimationManager2::getClips() {
+    return &_clips;
+}
 
 const std::vector<kvAnimationBlock*>& kvAnimationManager2::getSceneBlocks() const {
     return _animationBlocks;
 }
 
-void kvAnimationManager2::setActiveClip(kvAnimationClip* clip) { _activeClip = clip; }
+void kvAnimationManager2::setActiveClip(kvAnimationClip* clip) {
+    _activeClip = clip;
+}
 
-kvAnimationClip* kvAnimationManager2::getActiveClip() { return _activeClip; }
+kvAnimationClip* kvAnimationManager2::getActiveClip() {
+    return _activeClip;
+}
 
-void kvAnimationManager2::setDirty(bool dirty) { _dirty = dirty; }
+void kvAnimationManager2::setDirty(bool dirty) {
+    _dirty = dirty;
+}
 
-bool kvAnimationManager2::isDirty() const { return _dirty; }
+bool kvAnimationManager2::isDirty() const {
+    return _dirty;
+}

@@ -1,6 +1,6 @@
 // What the manager knows about nodes: which node an animation of a node moves, what kind of node it
-// is, which light a light geometry stands for, which node was selected last, and the blocks that are
-// stored on the scene. Nodes that may be destroyed are kept by id only.
+// is, which light a light geometry stands for, which node was selected last, and the blocks that
+// are stored on the scene. Nodes that may be destroyed are kept by id only.
 
 #include <OpenSG/OSGConfig.h>
 
@@ -29,7 +29,8 @@ bool hasCore(const osg::NodePtr& node) {
     return node != osg::NullFC && node->getCore() != osg::NullFC;
 }
 
-template <class Core> bool coreIs(const osg::NodePtr& node) {
+template <class Core>
+bool coreIs(const osg::NodePtr& node) {
     return hasCore(node) && node->getCore()->getType().isDerivedFrom(Core::getClassType());
 }
 
@@ -66,10 +67,14 @@ kvAnimationManager2::NodeType kvAnimationManager2::getNodeType(const osg::NodePt
         NodeType type;
     };
     static constexpr Row kRows[] = {
-        {"Group", Group},           {"Geometry", Geometry},
-        {"Transform", Transform},   {"ComponentTransform", Transform},
-        {"SpotLight", Light},       {"PointLight", Light},
-        {"DirectionalLight", Light}, {"LightEnv", Light},
+        {"Group", Group},
+        {"Geometry", Geometry},
+        {"Transform", Transform},
+        {"ComponentTransform", Transform},
+        {"SpotLight", Light},
+        {"PointLight", Light},
+        {"DirectionalLight", Light},
+        {"LightEnv", Light},
     };
     if (!hasCore(node)) return Other;
     const char* coreType = node->getCore()->getType().getCName();
@@ -149,7 +154,8 @@ void kvAnimationManager2::collectBlocks(const osg::CameraPtr& camera) {
 }
 
 void kvAnimationManager2::setActiveNodeBlock(const osg::NodePtr& node, kvAnimationBlock* block) {
-    for (kvAnimationBlock* candidate : getNodeBlocks(node)) candidate->setActive(candidate == block);
+    for (kvAnimationBlock* candidate : getNodeBlocks(node))
+        candidate->setActive(candidate == block);
 }
 
 // --- curves from the current state ------------------------------------------------------------

@@ -74,7 +74,9 @@ void kvAnimationManager2::exportCurves(osg::NodePtr node, bool resolve) {
     }
 }
 
-void kvAnimationManager2::exportBlocks() { storeBlocksOnTheirNodes(_blocks); }
+void kvAnimationManager2::exportBlocks() {
+    storeBlocksOnTheirNodes(_blocks);
+}
 
 void kvAnimationManager2::exportBlocks(osg::NodePtr node, bool resolve) {
     const osg::NodePtr target = getAnimationNode(node);
@@ -85,12 +87,14 @@ void kvAnimationManager2::exportBlocks(osg::NodePtr node, bool resolve) {
     }
 }
 
-void kvAnimationManager2::exportAnimationBlocks() { storeBlocksOnTheirNodes(_animationBlocks); }
+void kvAnimationManager2::exportAnimationBlocks() {
+    storeBlocksOnTheirNodes(_animationBlocks);
+}
 
 void kvAnimationManager2::exportClips(osg::NodePtr root, bool resolve) {
     Storage::createNewAnimationAttachment(root, resolve);
-    // Erasing never resolves. With `resolve` the clips that the transform node already has therefore
-    // stay; callers that save repeatedly pass false.
+    // Erasing never resolves. With `resolve` the clips that the transform node already has
+    // therefore stay; callers that save repeatedly pass false.
     Storage::eraseExistingAttachmentClips(root);
     for (kvAnimationClip* clip : _clips) {
         if (clip) Storage::addClipToAnimAttachment(root, clip, resolve);

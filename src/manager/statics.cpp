@@ -1,8 +1,8 @@
-// The static state of the manager and of the objects that exist once for the library, in one file so
-// that the order of construction is the order below. Plain values and null pointers are initialised
-// before any code runs; only what has a constructor depends on the order. Identifiers and attribute
-// names live in function-local statics: a host's global objects may create keys or register names
-// before this file's turn or after it.
+// The static state of the manager and of the objects that exist once for the library, in one file
+// so that the order of construction is the order below. Plain values and null pointers are
+// initialised before any code runs; only what has a constructor depends on the order. Identifiers
+// and attribute names live in function-local statics: a host's global objects may create keys or
+// register names before this file's turn or after it.
 
 #include <kvAnimationBlock.h>
 #include <kvAnimationManager2.h>
