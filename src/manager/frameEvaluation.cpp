@@ -9,12 +9,10 @@
 #include <kvAnimationBlock.h>
 #include <kvAnimationClip.h>
 #include <kvAnimationCurve.h>
-#include <kvAnimationTrack.h>
 
+#include "clips/clipRanges.h"
 #include "keys/constants.h"
 #include "keys/curveEvaluation.h"
-#include "manager/clipTree.h"
-#include "manager/frameOrder.h"
 
 #include <cmath>
 
@@ -24,23 +22,18 @@ namespace {
 
 using Field = kvAnimationUtils2::AnimationField;
 
-struct Range {
-    float start;
-    float end;
-};
-
-Range rangeOf(const kvAnimationCurve& curve) {
+FrameRange rangeOf(const kvAnimationCurve& curve) {
     return {static_cast<float>(curve.getStartFrame()), static_cast<float>(curve.getEndFrame())};
 }
 
 /// Keyless curves take part with their inverted range.
-Range rangeOf(const std::vector<kvAnimationCurve*>& curves) {
-    Range all{kFrameMax, kFrameMin};
+FrameRange rangeOf(const std::vector<kvAnimationCurve*>& curves) {
+    FrameRange all;
     for (const kvAnimationCurve* curve : curves) {
         if (!curve) continue;
-        const Range one = rangeOf(*curve);
-        if (one.start < all.start) all.start = one.start;
-        if (one.end > all.end) all.end = one.end;
+        const FrameRange one = rangeOf(*curve);
+        if (one.first < all.first) all.first = one.first;
+        if (one.last > all.last) all.last = one.last;
     }
     return all;
 }
@@ -48,11 +41,11 @@ Range rangeOf(const std::vector<kvAnimationCurve*>& curves) {
 /// The hold rule: whether a child counts at a frame within its parent. Inside its own range always;
 /// past the parent's end only when it ends exactly there, before the parent's start only when it
 /// starts exactly there, and exactly on the parent's start or end whatever its range.
-bool countsAt(float frame, Range child, Range parent) {
-    const bool notOver = frame <= child.end || frame == parent.end ||
-                         (frame > parent.end && child.end == parent.end);
-    const bool begun = frame >= child.start || frame == parent.start ||
-                       (frame < parent.start && child.start == parent.start);
+bool countsAt(float frame, FrameRange child, FrameRange parent) {
+    const bool notOver = frame <= child.last || frame == parent.last ||
+                         (frame > parent.last && child.last == parent.last);
+    const bool begun = frame >= child.first || frame == parent.first ||
+                       (frame < parent.first && child.first == parent.first);
     return notOver && begun;
 }
 
@@ -62,77 +55,34 @@ struct BindingOf {
     operator Field() const { return curve.getAnimationField(); }
 };
 
-/// What one evaluation of a clip needs besides its result. Each level of nesting uses the end of
-/// the vectors and leaves them as it found them.
-struct Workspace {
-    std::vector<ClipEntry> tree;
-    std::vector<ByStart<std::size_t>> subclips; // items are indices into the tree
-    std::vector<ByStart<kvAnimationBlock*>> blocks;
-
-    void clear() {
-        tree.clear();
-        subclips.clear();
-        blocks.clear();
-    }
+struct Request {
+    float frame;
+    bool motionBlurOnly;
+    bool ignoreActivity;
 };
 
-class ClipEvaluation {
-  public:
-    ClipEvaluation(std::vector<Field>& result, float frame, bool motionBlurOnly,
-                   bool ignoreActivity, Workspace& workspace)
-        : _result(result), _frame(frame), _motionBlurOnly(motionBlurOnly),
-          _ignoreActivity(ignoreActivity), _work(workspace) {}
-
-    void append(std::size_t index) {
-        const ClipEntry& clip = _work.tree[index];
-        if (!_ignoreActivity && !clip.clip->getActive()) return;
-        appendSubclips(index);
-        appendBlocks(clip);
+/// Sub-clips first, then blocks, each in order of start.
+void appendNode(std::vector<Field>& result, const ClipRanges& ranges, const ClipRanges::Node& node,
+                const Request& request) {
+    if (!request.ignoreActivity && !node.clip->getActive()) return;
+    for (std::size_t i = 0; i != node.subclipCount; ++i) {
+        const ClipRanges::Node& subclip = ranges.subclip(node, i);
+        if (countsAt(request.frame, subclip.range, node.range))
+            appendNode(result, ranges, subclip, request);
     }
-
-  private:
-    void appendSubclips(std::size_t index) {
-        const Range parent{_work.tree[index].start, _work.tree[index].end};
-        const std::size_t first = _work.subclips.size();
-        const std::size_t end = index + _work.tree[index].size;
-        for (std::size_t i = index + 1; i != end; i += _work.tree[i].size)
-            _work.subclips.push_back({_work.tree[i].start, i, i});
-        sortByStart(_work.subclips, first);
-
-        const std::size_t last = _work.subclips.size();
-        for (std::size_t i = first; i != last; ++i) {
-            const std::size_t child = _work.subclips[i].item;
-            const ClipEntry& entry = _work.tree[child];
-            if (countsAt(_frame, {entry.start, entry.end}, parent)) append(child);
-        }
-        _work.subclips.resize(first);
+    for (std::size_t i = 0; i != node.blockCount; ++i) {
+        kvAnimationBlock* block = ranges.block(node, i);
+        if (countsAt(request.frame, {block->getStartFrame(), block->getEndFrame()}, node.range))
+            appendUpdatedFields(result, block, request.frame, request.motionBlurOnly,
+                                request.ignoreActivity);
     }
-
-    void appendBlocks(const ClipEntry& clip) {
-        _work.blocks.clear();
-        for (const kvAnimationTrack* track : clip.clip->getTracks()) {
-            for (kvAnimationBlock* block : track->getBlocks())
-                _work.blocks.push_back({block->getStartFrame(), _work.blocks.size(), block});
-        }
-        sortByStart(_work.blocks, 0);
-        for (const ByStart<kvAnimationBlock*>& entry : _work.blocks) {
-            if (countsAt(_frame, {entry.start, entry.item->getEndFrame()}, {clip.start, clip.end}))
-                appendUpdatedFields(_result, entry.item, _frame, _motionBlurOnly, _ignoreActivity);
-        }
-    }
-
-    std::vector<Field>& _result;
-    const float _frame;
-    const bool _motionBlurOnly;
-    const bool _ignoreActivity;
-    Workspace& _work;
-};
+}
 
 } // namespace
 
 void appendUpdatedFields(std::vector<Field>& result, const std::vector<kvAnimationCurve*>& curves,
                          float frame) {
-    const Range all = rangeOf(curves);
+    const FrameRange all = rangeOf(curves);
     for (const kvAnimationCurve* curve : curves) {
         if (!curve || !countsAt(frame, rangeOf(*curve), all)) continue;
         const float value = evaluateCurve(curve, frame);
@@ -154,10 +104,10 @@ void appendUpdatedFields(std::vector<Field>& result, kvAnimationClip* clip, floa
                          bool motionBlurOnly, bool ignoreActivity) {
     if (!clip) return;
     if (!ignoreActivity && !clip->getActive()) return; // an inactive clip is not even sorted
-    thread_local Workspace workspace;
-    workspace.clear();
-    appendClipTree(workspace.tree, *clip);
-    ClipEvaluation(result, frame, motionBlurOnly, ignoreActivity, workspace).append(0);
+    // Kept for the next frame: its memory, and what it found out about the order of the blocks.
+    thread_local ClipRanges ranges;
+    ranges.collect(*clip);
+    appendNode(result, ranges, ranges.root(), {frame, motionBlurOnly, ignoreActivity});
 }
 
 } // namespace kv::detail
@@ -195,8 +145,8 @@ float kvAnimationManager2::computeCurveValue(kvAnimationCurve* curve, float fram
 
 std::pair<float, float>
 kvAnimationManager2::getStartEndOfCurves(const std::vector<kvAnimationCurve*>& curves) {
-    const kv::detail::Range all = kv::detail::rangeOf(curves);
-    return {all.start, all.end};
+    const kv::detail::FrameRange all = kv::detail::rangeOf(curves);
+    return {all.first, all.last};
 }
 
 float kvAnimationManager2::setPrecision(float value, int digits) {

@@ -9,18 +9,15 @@
 #include <kvAnimationBlock.h>
 #include <kvAnimationClip.h>
 #include <kvAnimationCurve.h>
-#include <kvAnimationTrack.h>
 
+#include "clips/clipRanges.h"
 #include "keys/constants.h"
 #include "keys/curveEvaluation.h"
-#include "manager/clipTree.h"
-#include "manager/frameOrder.h"
 
 namespace {
 
 using Map = kvAnimationManager2::AnimationMap;
-using kv::detail::ByStart;
-using kv::detail::ClipEntry;
+using kv::detail::ClipRanges;
 
 void appendCurves(std::vector<Map>& result, const std::vector<kvAnimationCurve*>& curves,
                   float frame) {
@@ -32,36 +29,19 @@ void appendCurves(std::vector<Map>& result, const std::vector<kvAnimationCurve*>
     }
 }
 
-void appendBlocks(std::vector<Map>& result, const kvAnimationClip& clip, float frame,
-                  bool motionBlurOnly) {
-    std::vector<ByStart<kvAnimationBlock*>> blocks;
-    for (const kvAnimationTrack* track : clip.getTracks()) {
-        for (kvAnimationBlock* block : track->getBlocks())
-            blocks.push_back({block->getStartFrame(), blocks.size(), block});
-    }
-    kv::detail::sortByStart(blocks, 0);
-    for (const ByStart<kvAnimationBlock*>& entry : blocks) {
-        const kvAnimationBlock& block = *entry.item;
-        if (!block.getActive() || (motionBlurOnly && !block.getMotionBlur())) continue;
+void appendBlock(std::vector<Map>& result, const kvAnimationBlock& block, float frame,
+                 bool motionBlurOnly) {
+    if (block.getActive() && (!motionBlurOnly || block.getMotionBlur()))
         appendCurves(result, block.getBlockCurves(), frame);
-    }
 }
 
-/// @param first, end  the entries of everything below the clip
-void appendClip(std::vector<Map>& result, const std::vector<ClipEntry>& tree,
-                const kvAnimationClip& clip, std::size_t first, std::size_t end, float frame,
-                bool motionBlurOnly) {
-    std::vector<ByStart<std::size_t>> subclips;
-    for (std::size_t i = first; i != end; i += tree[i].size)
-        subclips.push_back({tree[i].start, i, i});
-    kv::detail::sortByStart(subclips, 0);
-    for (const ByStart<std::size_t>& entry : subclips) {
-        const ClipEntry& child = tree[entry.item];
-        if (!child.clip->getActive() || !(child.start <= frame && frame <= child.end)) continue;
-        appendClip(result, tree, *child.clip, entry.item + 1, entry.item + child.size, frame,
-                   motionBlurOnly);
-    }
-    appendBlocks(result, clip, frame, motionBlurOnly);
+void appendNode(std::vector<Map>& result, const ClipRanges& ranges, const ClipRanges::Node& node,
+                float frame, bool motionBlurOnly) {
+    if (!node.clip->getActive() || !(node.range.first <= frame && frame <= node.range.last)) return;
+    for (std::size_t i = 0; i != node.subclipCount; ++i)
+        appendNode(result, ranges, ranges.subclip(node, i), frame, motionBlurOnly);
+    for (std::size_t i = 0; i != node.blockCount; ++i)
+        appendBlock(result, *ranges.block(node, i), frame, motionBlurOnly);
 }
 
 } // namespace
@@ -84,8 +64,15 @@ std::vector<kvAnimationManager2::AnimationMap>
 kvAnimationManager2::computeCurveValues(kvAnimationClip* clip, float frame, bool motionBlurOnly) {
     std::vector<AnimationMap> result;
     if (!clip) return result;
-    std::vector<ClipEntry> tree;
-    kv::detail::appendSubclipTrees(tree, *clip);
-    appendClip(result, tree, *clip, 0, tree.size(), frame, motionBlurOnly);
+    // The range and the activity of the clip itself are not asked, and so its own tracks are not
+    // sorted; each sub-clip is walked once for all ranges below it.
+    ClipRanges ranges;
+    for (kvAnimationClip* subclip : clip->getSubclips(false, false)) {
+        if (!subclip->getActive()) continue;
+        ranges.collect(*subclip);
+        appendNode(result, ranges, ranges.root(), frame, motionBlurOnly);
+    }
+    for (const kvAnimationBlock* block : clip->getBlocks(false, false))
+        appendBlock(result, *block, frame, motionBlurOnly);
     return result;
 }

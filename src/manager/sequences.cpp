@@ -7,35 +7,20 @@
 
 #include <kvAnimationClip.h>
 #include <kvAnimationSequence2.h>
-#include <kvAnimationTrack.h>
 
-#include "manager/frameOrder.h"
+#include "clips/clipCollect.h"
 
 #include <algorithm>
 #include <string>
 
 namespace {
 
-using Item = kv::detail::ByStart<kvAnimationSequence2*>;
-
-void gather(std::vector<Item>& items, const kvAnimationClip& clip) {
-    for (const kvAnimationTrack* track : clip.getTracks()) {
-        for (kvAnimationSequence2* item : track->getSequences())
-            items.push_back({item->getStartFrame(), items.size(), item});
-    }
-}
-
-/// What kvAnimationClip::getSequences(false, true) returns: the clip's own items, then those of its
-/// direct sub-clips, all in order of start.
-const std::vector<Item>& sequencesOf(const kvAnimationClip& clip) {
-    thread_local std::vector<Item> items;
-    items.clear();
-    gather(items, clip);
-    for (const kvAnimationTrack* track : clip.getTracks()) {
-        for (const kvAnimationClip* subclip : track->getClips())
-            gather(items, *subclip);
-    }
-    kv::detail::sortByStart(items, 0);
+/// What kvAnimationClip::getSequences(false, true) returns: the clip's own items and those of its
+/// direct sub-clips in order of start. Valid until the next call.
+const std::vector<kvAnimationSequence2*>& sequencesOf(kvAnimationClip& clip) {
+    thread_local std::vector<kvAnimationSequence2*> items;
+    thread_local kv::detail::SortScratch<kvAnimationSequence2*> scratch;
+    kv::detail::collect(clip, false, true, items, scratch);
     return items;
 }
 
@@ -49,21 +34,19 @@ std::vector<kvAnimationSequence2*> kvAnimationManager2::computeSequences(kvAnima
                                                                          float frame) {
     std::vector<kvAnimationSequence2*> due;
     if (!clip) return due;
-    for (const Item& entry : sequencesOf(*clip)) {
-        if (entry.item->getActive() && entry.item->frameInBlockRange(frame))
-            due.push_back(entry.item);
+    for (kvAnimationSequence2* item : sequencesOf(*clip)) {
+        if (item->getActive() && item->frameInBlockRange(frame)) due.push_back(item);
     }
     return due;
 }
 
 void kvAnimationManager2::checkAndExecSkippedSequences(kvAnimationClip* clip, float frame) {
     if (!clip) return;
-    const std::vector<Item>& items = sequencesOf(*clip);
-    if (std::none_of(items.begin(), items.end(),
-                     [=](const Item& entry) { return wasPassed(*entry.item, frame); }))
-        return;
+    const std::vector<kvAnimationSequence2*>& items = sequencesOf(*clip);
+    const auto passed = [=](const kvAnimationSequence2* item) { return wasPassed(*item, frame); };
+    if (std::none_of(items.begin(), items.end(), passed)) return;
 
-    for (kvAnimationSequence2* item : clip->getSequences(false, true)) {
+    for (kvAnimationSequence2* item : std::vector<kvAnimationSequence2*>(items)) {
         // Activity is not asked, and the flag is cleared whether or not anybody listened: what was
         // passed unheard must not fire when a callback is installed later.
         if (!wasPassed(*item, frame)) continue;
