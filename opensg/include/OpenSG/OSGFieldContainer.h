@@ -259,7 +259,7 @@ class CPEditor {
     OSG_ABSTR_FIELD_CONTAINER_DEF(CLASS, PTR)                                                      \
     osg::FieldContainerPtr CLASS::shallowCopy(void) const {                                        \
         PTR result;                                                                                \
-        newPtr(result, this);                                                                      \
+        newPtr(result, static_cast<const PTR::ObjectType*>(this));                                 \
         return result;                                                                             \
     }
 

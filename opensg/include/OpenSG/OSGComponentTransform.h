@@ -1,0 +1,40 @@
+#pragma once
+
+/// @file
+/// A transformation that is given by its parts.
+
+#include <OpenSG/OSGTransform.h>
+
+namespace osg {
+
+class ComponentTransform;
+typedef FCPtr<TransformPtr, ComponentTransform> ComponentTransformPtr;
+
+#define OSG_COMPONENT_TRANSFORM_FIELDS(VALUE, POINTER, LIST, POINTERS, HIDDEN)                     \
+    VALUE(SFVec3f, Center, "center")                                                               \
+    VALUE(SFQuaternion, Rotation, "rotation")                                                      \
+    VALUE(SFVec3f, Scale, "scale", Vec3f(1, 1, 1))                                                 \
+    VALUE(SFQuaternion, ScaleOrientation, "scaleOrientation")                                      \
+    VALUE(SFVec3f, Translation, "translation")
+
+OSG_TABLE_BASE(ComponentTransform, Transform, OSG_COMPONENT_TRANSFORM_FIELDS)
+
+/// Scales about `center` along axes turned by `scaleOrientation`, rotates about `center`, then
+/// translates.
+///
+/// The matrix and the parts are kept together at the end of an edit: when a part was edited the
+/// matrix is computed from the parts, when only the matrix was edited (through a TransformPtr) the
+/// parts are, with the center as it is.
+class ComponentTransform : public ComponentTransformBase {
+    OSG_TABLE_MEMBERS(ComponentTransform)
+
+    /// Not for users: the parts are what is set here.
+    using Transform::setMatrix;
+
+  public:
+    void changed(BitVector whichField, UInt32 origin) override;
+};
+
+OSG_TABLE_INLINE(ComponentTransform)
+
+} // namespace osg
