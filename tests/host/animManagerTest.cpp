@@ -215,7 +215,7 @@ TEST(AnimNodes, areNodesOfAnimationObjects) {
     node->setCore(osg::AnimClipBase::create());
     const osg::AnimClipPtr clip = osg::AnimClipPtr::dcast(node->getCore());
     ASSERT_TRUE(clip != osg::NullFC);
-    clip->AnimObjectBase::setName("walk");
+    clip->osg::AnimObjectBase::setName("walk");
     EXPECT_EQ(clip->getName(), "walk");
     EXPECT_TRUE(osg::NodePtr::dcast(osg::FieldContainerFactory::the()->getContainer(
                     kvtest::idOf(node.get()))) == node.get());
