@@ -6,7 +6,6 @@
 #include <kvAnimationManager2.h>
 
 #include <QEasingCurve>
-#include <QPointF>
 
 #include <benchmark/benchmark.h>
 

@@ -135,6 +135,9 @@ class KV_ANIMATIONS_API kvAnimationAttachmentInteraction {
 
     static osg::NodePtr resolveTransformNode(const osg::NodePtr& node);
 
+    static CurvePtr storedCurve(const kvAnimationCurve& curve);
+    static BlockPtr storedBlock(const kvAnimationBlock& block);
+    static ClipPtr storedClip(const kvAnimationClip& clip);
     static void exportPointToCurve(const kvControlPoint& key, const CurvePtr& stored);
     static void exportCurveToBlock(kvAnimationCurve* curve, const BlockPtr& stored);
     static void exportBlockToTrack(kvAnimationBlock* block, const TrackPtr& stored);
@@ -155,6 +158,14 @@ class KV_ANIMATIONS_API kvAnimationAttachmentInteraction {
                                   kvAnimationManager2* manager, const osg::NodePtr& cameraNode);
     static void importCurveToBlock(const CurvePtr& stored, kvAnimationBlock* block,
                                    kvAnimationManager2* manager, const osg::NodePtr& cameraNode);
+    static void loadKeys(const CurvePtr& stored, kvAnimationCurve* curve);
+    static void loadBlockFlags(const BlockPtr& stored, kvAnimationBlock* block);
+    static void loadTopLevelBlock(const BlockPtr& stored, kvAnimationBlock* block);
+    static void loadBlockCurves(const BlockPtr& stored, kvAnimationBlock* block,
+                                kvAnimationManager2* manager, const osg::NodePtr& cameraNode);
+    static void loadClipFlags(const ClipPtr& stored, kvAnimationClip* clip);
+    static void loadDirectContent(const ClipPtr& stored, kvAnimationClip* clip,
+                                  kvAnimationManager2* manager, const osg::NodePtr& cameraNode);
     static void importPointToCurve(const ControlPointPtr& stored, kvAnimationCurve* curve,
                                    kvAnimationManager2* manager);
     static void loadSubclip(const ClipPtr& stored, kvAnimationClip* parent,

@@ -204,22 +204,27 @@ class KV_ANIMATIONS_API kvAnimationController2 {
   private:
     friend struct kvTestAccess<kvAnimationController2>;
 
-    static void clearPlayFlags();
-    static float elapsedFrame();
-    static float wrapped(float frame);
-    static bool insideForwardOrReverse(float frame);
-    static bool beyondMinMax(float frame, float& bound);
-    static void evaluateSceneBlocks(float frame);
-    static void notifyGlobal();
-    static void notifyLocal();
-    static void notifyClipMaker();
-    static void jumpToBound(PlayType type, bool toStart);
+    // Jumps: evaluate an item (or what a play type names) at one frame and set the manager's frame.
+    template <class Item>
+    static void jump(Item* item, float frame, int writes);
+    static void jump(PlayType type, bool toStart);
+    static void jumpGlobal(bool toStart);
+    static float selectedFrame(bool toStart);
+
+    // The tick, by play type.
     static void tickBlock();
     static void tickClip();
     static void tickGlobal();
     static void tickLocal();
     static void tickSequence();
-    static void runDueSequences();
+    static void wrapIfRepeating();
+    static bool insideItem();
+    static bool leftRange(float& frame);
+    static bool wholeFrameChanged(int& frame);
+
+    static void notifyClipMaker();
+    static void notifyGlobal();
+    static void notifyLocal();
 
     static kvAnimationManager2* _am;
     static bool _blocking;

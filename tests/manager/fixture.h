@@ -82,7 +82,8 @@ class ManagerTest : public ::testing::Test {
 
     /// A held curve that lives as long as the test; not registered.
     kvAnimationCurve* curve(const std::string& attribute, const Keys& keys) {
-        return keep(newCurve(attribute, keys));
+        _curves.emplace_back(newCurve(attribute, keys));
+        return _curves.back().get();
     }
 
     /// The same, in the curve list.
@@ -94,11 +95,6 @@ class ManagerTest : public ::testing::Test {
 
     kvAnimationBlock* block(const std::string& name, float start, float end) {
         return keep(newBlock(name, start, end));
-    }
-
-    kvAnimationCurve* keep(kvAnimationCurve* made) {
-        _curves.emplace_back(made);
-        return made;
     }
 
     kvAnimationBlock* keep(kvAnimationBlock* made) {

@@ -4,8 +4,7 @@
 
 #include <kvAnimationManager2.h>
 
-template <>
-struct kvTestAccess<kvAnimationManager2> {
+template <> struct kvTestAccess<kvAnimationManager2> {
     using Manager = kvAnimationManager2;
 
     static Manager::NodeType nodeType(const osg::NodePtr& node) {

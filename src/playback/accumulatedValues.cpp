@@ -1,0 +1,167 @@
+// The memory of global playback: what every tick since its start has written, and the few writes
+// that have the same effect.
+
+#include "playback/accumulatedValues.h"
+
+#include <OpenSG/OSGConfig.h>
+#include <OpenSG/OSGFieldContainerFactory.h>
+
+#include <OSGCameraSetting.h>
+
+#include <functional>
+#include <string>
+
+namespace kv {
+namespace detail {
+
+namespace {
+
+constexpr std::size_t kChunk = 4096;
+
+bool sameBinding(const AccumulatedValues::Field& a, const AccumulatedValues::Field& b) {
+    return a.fcId == b.fcId && a.valuePosition == b.valuePosition && a.fieldName == b.fieldName &&
+           a.globalFieldName == b.globalFieldName;
+}
+
+bool sameButForTheValue(const AccumulatedValues::Field& a, const AccumulatedValues::Field& b) {
+    return sameBinding(a, b) && a.node == b.node && a.coreTypeId == b.coreTypeId &&
+           a.componentCount == b.componentCount && a.dirty == b.dirty && a.metaInfo == b.metaInfo;
+}
+
+std::size_t bindingHash(const AccumulatedValues::Field& field) {
+    const std::hash<std::string> text;
+    std::size_t hash = field.fcId;
+    hash = hash * 31 + field.valuePosition;
+    hash = hash * 31 + text(field.fieldName);
+    return hash * 31 + text(field.globalFieldName);
+}
+
+bool isOnCameraSetting(const AccumulatedValues::Field& field) {
+    if (field.fcId == 0) return false;
+    const osg::FieldContainerPtr container =
+        osg::FieldContainerFactory::the()->getContainer(field.fcId);
+    return container != osg::NullFC &&
+           container->getType().isDerivedFrom(osg::CameraSetting::getClassType());
+}
+
+} // namespace
+
+const AccumulatedValues::Record& AccumulatedValues::record(std::size_t index) const {
+    return _chunks[index / kChunk][index % kChunk];
+}
+
+void AccumulatedValues::add(const std::vector<Field>& evaluation) {
+    _previousBegin = _currentBegin;
+    _currentBegin = _count;
+    for (const Field& field : evaluation)
+        append(field);
+}
+
+void AccumulatedValues::append(const Field& field) {
+    std::uint32_t index = templateOf(field);
+    if (index == kNone) index = addTemplate(field);
+
+    if (_count % kChunk == 0) {
+        _chunks.emplace_back();
+        _chunks.back().reserve(kChunk);
+    }
+    _chunks.back().push_back(Record{index, field.value});
+
+    const std::uint32_t bindingIndex = _templates[index].binding;
+    unlink(bindingIndex);
+    Binding& binding = _bindings[bindingIndex];
+    binding.lastTemplate = index;
+    binding.lastValue = field.value;
+    binding.lastRecord = _count;
+    linkAsNewest(bindingIndex);
+    ++_count;
+}
+
+std::uint32_t AccumulatedValues::templateOf(const Field& field) const {
+    // One tick is like the one before: the record at the same place is nearly always the right one.
+    const std::size_t guess = _previousBegin + (_count - _currentBegin);
+    if (guess < _currentBegin) {
+        const std::uint32_t index = record(guess).templateIndex;
+        if (sameButForTheValue(_templates[index].field, field)) return index;
+    }
+    const std::uint32_t binding = bindingOf(field, bindingHash(field));
+    if (binding == kNone) return kNone;
+    for (std::uint32_t i = _bindings[binding].firstTemplate; i != kNone; i = _templates[i].next) {
+        if (sameButForTheValue(_templates[i].field, field)) return i;
+    }
+    return kNone;
+}
+
+std::uint32_t AccumulatedValues::bindingOf(const Field& field, std::size_t hash) const {
+    const auto range = _bindingsByHash.equal_range(hash);
+    for (auto it = range.first; it != range.second; ++it) {
+        if (sameBinding(_templates[_bindings[it->second].firstTemplate].field, field)) {
+            return it->second;
+        }
+    }
+    return kNone;
+}
+
+std::uint32_t AccumulatedValues::addTemplate(const Field& field) {
+    const std::size_t hash = bindingHash(field);
+    const auto index = static_cast<std::uint32_t>(_templates.size());
+    std::uint32_t binding = bindingOf(field, hash);
+    std::uint32_t next = kNone;
+    if (binding == kNone) {
+        binding = static_cast<std::uint32_t>(_bindings.size());
+        _bindings.push_back(Binding{index, index, 0.0F, 0, kNone, kNone});
+        linkAsNewest(binding);
+        _bindingsByHash.emplace(hash, binding);
+    } else {
+        next = _bindings[binding].firstTemplate;
+        _bindings[binding].firstTemplate = index;
+    }
+    _templates.push_back(Template{field, binding, next});
+    return index;
+}
+
+void AccumulatedValues::unlink(std::uint32_t binding) {
+    const Binding& b = _bindings[binding];
+    (b.older == kNone ? _oldest : _bindings[b.older].newer) = b.newer;
+    (b.newer == kNone ? _newest : _bindings[b.newer].older) = b.older;
+}
+
+void AccumulatedValues::linkAsNewest(std::uint32_t binding) {
+    _bindings[binding].older = _newest;
+    _bindings[binding].newer = kNone;
+    (_newest == kNone ? _oldest : _bindings[_newest].newer) = binding;
+    _newest = binding;
+}
+
+void AccumulatedValues::write(std::uint32_t templateIndex, float value) {
+    Field& field = _templates[templateIndex].field;
+    field.value = value;
+    kvAnimationUtils2::setRealFieldValue(field);
+}
+
+void AccumulatedValues::write() {
+    for (std::uint32_t i = _oldest; i != kNone; i = _bindings[i].newer) {
+        if (_bindings[i].lastRecord >= _currentBegin) break;
+        write(_bindings[i].lastTemplate, _bindings[i].lastValue);
+    }
+    for (std::size_t i = _currentBegin; i < _count; ++i) {
+        const Record& current = record(i);
+        const Template& from = _templates[current.templateIndex];
+        if (_bindings[from.binding].lastRecord == i || isOnCameraSetting(from.field)) {
+            write(current.templateIndex, current.value);
+        }
+    }
+}
+
+std::vector<AccumulatedValues::Field> AccumulatedValues::all() const {
+    std::vector<Field> fields;
+    fields.reserve(_count);
+    for (std::size_t i = 0; i < _count; ++i) {
+        fields.push_back(_templates[record(i).templateIndex].field);
+        fields.back().value = record(i).value;
+    }
+    return fields;
+}
+
+} // namespace detail
+} // namespace kv

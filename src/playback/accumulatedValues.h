@@ -1,0 +1,81 @@
+#pragma once
+
+#include <kvAnimationUtils2.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+
+namespace kv {
+namespace detail {
+
+/// Every record of every tick of a global playback, stored compactly.
+///
+/// Global playback keeps all its records and counts on all of them being written again, in order,
+/// on every tick. Two facts make that affordable. Records repeat: hardly any differ in more than
+/// the value, so each is stored as a number and a value, eight bytes. And writes overwrite: of all
+/// records of one binding only the last is visible in the end, so the bindings are chained in the
+/// order of their last occurrence, and one write each, in that order, leaves the scene as all
+/// writes would.
+class AccumulatedValues {
+  public:
+    using Field = kvAnimationUtils2::AnimationField;
+
+    /// Adds the records of one evaluation; they are the current ones until the next call.
+    void add(const std::vector<Field>& evaluation);
+
+    /// Writes the last record of every binding, in the order of their last occurrence. Of what is
+    /// bound to a camera setting every current record is written: each may move the host's camera,
+    /// which shows more than where the field ends up.
+    void write();
+
+    /// All records in order, repeats included.
+    std::vector<Field> all() const;
+
+  private:
+    static constexpr std::uint32_t kNone = 0xFFFFFFFFU;
+
+    // A record without its value.
+    struct Template {
+        Field field;
+        std::uint32_t binding; // what it writes to
+        std::uint32_t next;    // the next template of the same binding
+    };
+
+    // One number in the scene: container, names and position.
+    struct Binding {
+        std::uint32_t firstTemplate;
+        std::uint32_t lastTemplate; // that of the last record
+        float lastValue;
+        std::size_t lastRecord;     // index of the last record
+        std::uint32_t older, newer; // neighbours in the order of the last records
+    };
+
+    struct Record {
+        std::uint32_t templateIndex;
+        float value;
+    };
+
+    void append(const Field& field);
+    std::uint32_t templateOf(const Field& field) const;
+    std::uint32_t addTemplate(const Field& field);
+    std::uint32_t bindingOf(const Field& field, std::size_t hash) const;
+    void unlink(std::uint32_t binding);
+    void linkAsNewest(std::uint32_t binding);
+    void write(std::uint32_t templateIndex, float value);
+    const Record& record(std::size_t index) const;
+
+    std::vector<Template> _templates;
+    std::vector<Binding> _bindings;
+    std::unordered_multimap<std::size_t, std::uint32_t> _bindingsByHash;
+    // Chunks of equal size: growing moves no record, so no tick pays for the ticks before it.
+    std::vector<std::vector<Record>> _chunks;
+    std::size_t _count = 0;
+    std::size_t _currentBegin = 0;  // first record of the newest evaluation
+    std::size_t _previousBegin = 0; // first record of the one before: a good guess at the newest
+    std::uint32_t _oldest = kNone, _newest = kNone;
+};
+
+} // namespace detail
+} // namespace kv

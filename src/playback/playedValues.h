@@ -1,0 +1,45 @@
+#pragma once
+
+#include <kvAnimationUtils2.h>
+
+#include <memory>
+#include <vector>
+
+namespace kv {
+namespace detail {
+
+class AccumulatedValues;
+
+/// The records of the last evaluation: a plain list after block, clip and local playback, an
+/// accumulation during global playback.
+///
+/// What is being written survives being replaced. A host that calls back into the transport from
+/// within a write is on its own as far as results go, but reads no freed memory.
+class PlayedValues {
+  public:
+    using Field = kvAnimationUtils2::AnimationField;
+
+    PlayedValues();
+    ~PlayedValues();
+
+    /// Forgets all records and returns the empty list that takes the new ones. Its storage is that
+    /// of the records before, so a warm tick allocates nothing.
+    std::vector<Field>& replace();
+
+    /// Adds the records of one evaluation to those that are there.
+    void accumulate(const std::vector<Field>& evaluation);
+
+    /// Writes the records into the scene: a plain list in order, an accumulation by as few writes
+    /// as lead to the same scene.
+    void write();
+
+    /// All records in order, of an accumulation repeats included.
+    std::vector<Field> all() const;
+
+  private:
+    std::shared_ptr<std::vector<Field>> _plain;
+    std::shared_ptr<AccumulatedValues> _accumulated; // null while the list is plain
+};
+
+} // namespace detail
+} // namespace kv

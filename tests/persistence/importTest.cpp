@@ -1,0 +1,640 @@
+// Reading: objects from records, which identifiers they get, and what becomes of the records.
+
+#include "persistence/persistenceFixture.h"
+#include "support/access/kvAnimationAttachmentInteraction.h"
+
+#include <OSGCameraSetting.h>
+
+#include <OpenSG/OSGFieldContainerFactory.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Access = kvTestAccess<kvAnimationAttachmentInteraction>;
+using osg::NullFC;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class Import : public kv::test::PersistenceFixture {
+  protected:
+    using I = kvAnimationAttachmentInteraction;
+
+    kvAnimationCurve* curve(std::size_t i) { return manager().getAnimCurves()->at(i); }
+    kvAnimationBlock* block(std::size_t i) { return manager().getBlocks()->at(i); }
+    kvAnimationClip* clip(std::size_t i) { return manager().getClips()->at(i); }
+
+    // A clip record on `node` with one track record.
+    osg::AnimationTrackPtr clipWithTrack(osg::AnimationClipPtr& clipRecord) {
+        clipRecord = osg::AnimationClipBase::create();
+        clipRecord->setName("clip");
+        attachment(node)->addClip(clipRecord);
+        return addTrack(clipRecord);
+    }
+
+    static osg::AnimationTrackPtr addTrack(const osg::AnimationClipPtr& clipRecord) {
+        const osg::AnimationTrackPtr track = osg::AnimationTrackBase::create();
+        clipRecord->addTrack(track);
+        return track;
+    }
+
+    static osg::AnimationBlockPtr sequenceRecord(const std::string& text, float start, float end) {
+        const osg::AnimationBlockPtr record = osg::AnimationBlockBase::create();
+        record->setName(text);
+        record->setStart(start);
+        record->setEnd(end);
+        return record;
+    }
+
+    static std::vector<std::string> names(const std::vector<kvAnimationBlock*>& blocks) {
+        std::vector<std::string> result;
+        for (const kvAnimationBlock* b : blocks)
+            result.push_back(b->getBlockName());
+        return result;
+    }
+
+    // What the generator of identifiers would draw next, `n` times, without drawing.
+    static std::vector<unsigned> nextDraws(unsigned seed, int n) {
+        std::vector<unsigned> draws;
+        std::srand(seed);
+        for (int i = 0; i < n; ++i) {
+            const int r1 = std::rand() & 0x7FFF;
+            const int r2 = std::rand() & 0x7FFF;
+            draws.push_back(static_cast<unsigned>(r1 * (r2 % 100 + 1)));
+        }
+        for (const unsigned draw : draws) {
+            EXPECT_FALSE(kvAnimationManager2::checkId(draw)) << "choose another seed";
+        }
+        std::srand(seed);
+        return draws;
+    }
+};
+
+// --- loose curves
+
+TEST_F(Import, curvesAreRegisteredInStoredOrderWithNodeAndKeys) {
+    attachment(node)->addCurve(curveRecord(node, "translateX", {1.0F, 2.0F}));
+    attachment(node)->addCurve(curveRecord(NullFC, "translateY", {3.0F}));
+    I::loadCurvesFromAnimAttachment(node, &manager(), false);
+    ASSERT_THAT(*manager().getAnimCurves(), SizeIs(2));
+    EXPECT_EQ(curve(0)->getAnimatedAttribute(), "translateX");
+    EXPECT_EQ(curve(0)->getAppropriateNode(), node);
+    ASSERT_THAT(curve(0)->getCPs(), SizeIs(2));
+    const kvControlPoint& key = curve(0)->getCPs()[1];
+    EXPECT_EQ(key.getPoint().x, 2.0);
+    EXPECT_EQ(key.getPoint().y, 20.0);
+    EXPECT_EQ(key.getInTangent().x, 1.0);
+    EXPECT_EQ(key.getOutTangent().x, 3.0);
+    EXPECT_EQ(key.getTangentType(), 6);
+    EXPECT_EQ(curve(1)->getAppropriateNode(), NullFC);
+    EXPECT_EQ(attachment(node)->getMFCurves()->getSize(), 0U) << "reading consumes";
+}
+
+TEST_F(Import, loadingTwiceLoadsOnce) {
+    attachment(node)->addCurve(curveRecord(node, "translateX", {1.0F}));
+    attachment(node)->addBlock(blockRecord(node, "b"));
+    osg::AnimationClipPtr record;
+    clipWithTrack(record);
+    for (int i = 0; i < 2; ++i) {
+        I::loadCurvesFromAnimAttachment(node, &manager(), false);
+        I::loadBlocksFromAnimAttachment(node, &manager(), false);
+        I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
+    }
+    EXPECT_THAT(*manager().getAnimCurves(), SizeIs(1));
+    EXPECT_THAT(*manager().getBlocks(), SizeIs(1));
+    EXPECT_THAT(*manager().getClips(), SizeIs(1));
+}
+
+TEST_F(Import, eachReaderEmptiesItsOwnListOnly) {
+    attachment(node)->addCurve(curveRecord(node, "translateX", {1.0F}));
+    attachment(node)->addBlock(blockRecord(node, "b"));
+    osg::AnimationClipPtr record;
+    clipWithTrack(record);
+    I::loadBlocksFromAnimAttachment(node, &manager(), false);
+    EXPECT_EQ(attachment(node)->getMFCurves()->getSize(), 1U);
+    EXPECT_EQ(attachment(node)->getMFBlocks()->getSize(), 0U);
+    EXPECT_EQ(attachment(node)->getMFClips()->getSize(), 1U);
+    I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
+    EXPECT_EQ(attachment(node)->getMFCurves()->getSize(), 1U);
+    EXPECT_EQ(attachment(node)->getMFClips()->getSize(), 0U);
+}
+
+TEST_F(Import, withoutNodeManagerOrAttachmentNothingHappens) {
+    I::loadCurvesFromAnimAttachment(NullFC, &manager(), false);
+    I::loadBlocksFromAnimAttachment(node, &manager(), true);
+    I::loadClipsFromAnimAttachment(node, &manager(), node, false);
+    I::importAnimationAttachment(NullFC, &manager());
+    I::importAnimationAttachment(node, &manager());
+    EXPECT_THAT(I::getBlocksFromAttachment(NullFC), IsEmpty());
+
+    attachment(node)->addCurve(curveRecord(node, "translateX", {1.0F}));
+    attachment(node)->addBlock(blockRecord(node, "b"));
+    osg::AnimationClipPtr record;
+    clipWithTrack(record);
+    I::loadCurvesFromAnimAttachment(node, nullptr, false);
+    I::loadBlocksFromAnimAttachment(node, nullptr, false);
+    I::loadClipsFromAnimAttachment(node, nullptr, node, false);
+    I::importAnimationAttachment(node, nullptr);
+    EXPECT_EQ(attachment(node)->getMFCurves()->getSize(), 1U) << "nothing was read, nothing lost";
+    EXPECT_EQ(attachment(node)->getMFBlocks()->getSize(), 1U);
+    EXPECT_EQ(attachment(node)->getMFClips()->getSize(), 1U);
+}
+
+TEST_F(Import, resolvingReadsFromTheTransformNode) {
+    const osg::NodePtr child = makeGroup(node);
+    attachment(node)->addCurve(curveRecord(child, "translateX", {1.0F}));
+    I::loadCurvesFromAnimAttachment(child, &manager(), false);
+    EXPECT_THAT(*manager().getAnimCurves(), IsEmpty());
+    I::loadCurvesFromAnimAttachment(child, &manager(), true);
+    ASSERT_THAT(*manager().getAnimCurves(), SizeIs(1));
+    EXPECT_EQ(curve(0)->getAppropriateNode(), child);
+}
+
+TEST_F(Import, nullElementsAreSkipped) {
+    const osg::AnimationAttachmentPtr stored = attachment(node);
+    stored->getMFCurves()->push_back(NullFC);
+    stored->getMFBlocks()->push_back(NullFC);
+    stored->getMFClips()->push_back(NullFC);
+    const osg::AnimationCurvePtr record = curveRecord(node, "translateX", {1.0F});
+    record->getMFControlPoints()->push_back(NullFC);
+    stored->addCurve(record);
+    const osg::AnimationBlockPtr blockWithHole = blockRecord(node, "b");
+    blockWithHole->getMFCurves()->push_back(NullFC);
+    stored->addBlock(blockWithHole);
+    osg::AnimationClipPtr clipRecord;
+    const osg::AnimationTrackPtr track = clipWithTrack(clipRecord);
+    track->getMFBlocks()->push_back(NullFC);
+    track->getMFSequences()->push_back(NullFC);
+    track->getMFClips()->push_back(NullFC);
+    clipRecord->getMFBlocks()->push_back(NullFC);
+    clipRecord->getMFSubclips()->push_back(NullFC);
+    clipRecord->getMFTracks()->push_back(NullFC);
+    I::importAnimationAttachment(node, &manager());
+    I::loadCurvesFromAnimAttachment(node, &manager(), false);
+    I::loadBlocksFromAnimAttachment(node, &manager(), false);
+    I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
+    EXPECT_THAT(*manager().getAnimCurves(), SizeIs(2));
+    EXPECT_THAT(*manager().getBlocks(), SizeIs(2));
+    ASSERT_THAT(*manager().getClips(), SizeIs(2));
+    EXPECT_EQ(clip(1)->getTrackAmount(), 1);
+}
+
+// --- identifiers
+
+TEST_F(Import, aLooseCurveDrawsOneIdentifier) {
+    attachment(node)->addCurve(curveRecord(node, "translateX", {}));
+    const std::vector<unsigned> draws = nextDraws(1001, 1);
+    I::loadCurvesFromAnimAttachment(node, &manager(), false);
+    EXPECT_EQ(curve(0)->getId(), draws[0]);
+}
+
+TEST_F(Import, aTopLevelBlockKeepsTheSecondIdentifierThatItDraws) {
+    const osg::AnimationBlockPtr record = blockRecord(node, "b");
+    record->addCurve(curveRecord(node, "translateX", {1.0F}));
+    record->addCurve(curveRecord(node, "translateY", {1.0F}));
+    attachment(node)->addBlock(record);
+    const std::vector<unsigned> draws = nextDraws(1002, 5);
+    I::loadBlocksFromAnimAttachment(node, &manager(), false);
+    EXPECT_EQ(block(0)->getId(), draws[1]);
+    EXPECT_EQ(block(0)->getBlockCurves()[0]->getId(), draws[2]);
+    // One draw for the key of the first curve.
+    EXPECT_EQ(block(0)->getBlockCurves()[1]->getId(), draws[4]);
+}
+
+TEST_F(Import, blocksForTheCallerDrawOneIdentifierEach) {
+    attachment(node)->addBlock(blockRecord(node, "a"));
+    attachment(node)->addBlock(blockRecord(node, "b"));
+    const std::vector<unsigned> draws = nextDraws(1003, 2);
+    const std::vector<kvAnimationBlock*> blocks = I::getBlocksFromAttachment(attachment(node));
+    ASSERT_THAT(blocks, SizeIs(2));
+    EXPECT_EQ(keep(blocks[0])->getId(), draws[0]);
+    EXPECT_EQ(keep(blocks[1])->getId(), draws[1]);
+}
+
+TEST_F(Import, aClipKeepsTheThirdIdentifierAndItsItemsDrawTheirOwn) {
+    osg::AnimationClipPtr record;
+    const osg::AnimationTrackPtr track = clipWithTrack(record);
+    track->addBlock(blockRecord(node, "b"));
+    track->addSequence(sequenceRecord("s", 1.0F, 2.0F));
+    const osg::AnimationClipPtr nested = osg::AnimationClipBase::create();
+    track->addClip(nested);
+    const std::vector<unsigned> draws = nextDraws(1004, 7);
+    I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
+    EXPECT_EQ(clip(0)->getId(), draws[2]); // made, registered, renewed
+    EXPECT_EQ(clip(0)->getTrack(0)->getBlocks()[0]->getId(), draws[3]);
+    EXPECT_EQ(clip(0)->getTrack(0)->getSequences()[0]->getId(), draws[4]);
+    EXPECT_EQ(clip(0)->getTrack(0)->getClips()[0]->getId(), draws[6]); // made, renewed
+}
+
+// --- blocks
+
+TEST_F(Import, topLevelBlocksAreReadFieldByField) {
+    const osg::AnimationBlockPtr record = blockRecord(node, "walk");
+    record->setCamBlock(true);
+    record->setAnimatedType(200);
+    record->setFliped(true);
+    record->setRepeated(true);
+    record->setMotionBlur(true);
+    record->setActivity(true);
+    record->setStart(-1.0F); // not looked at
+    record->setEnd(-2.0F);
+    record->addCurve(curveRecord(node, "translateX", {10.0F, 20.0F}));
+    record->addCurve(curveRecord(NullFC, "translateY", {5.0F, 15.0F}));
+    attachment(node)->addBlock(record);
+    attachment(node)->addBlock(blockRecord(NullFC, "homeless"));
+    I::loadBlocksFromAnimAttachment(node, &manager(), false);
+    ASSERT_THAT(*manager().getBlocks(), SizeIs(2));
+    const kvAnimationBlock* const b = block(0);
+    EXPECT_EQ(b->getBlockName(), "walk");
+    EXPECT_EQ(b->getAppropriateNode(), node);
+    EXPECT_TRUE(b->isCameraBlock());
+    EXPECT_EQ(b->getAnimatedType(), 200);
+    EXPECT_TRUE(b->getFliped());
+    EXPECT_TRUE(b->getRepeat());
+    EXPECT_TRUE(b->getMotionBlur());
+    EXPECT_TRUE(b->getActive());
+    EXPECT_EQ(b->getStartFrame(), 5.0F);
+    EXPECT_EQ(b->getEndFrame(), 20.0F);
+    ASSERT_THAT(b->getBlockCurves(), SizeIs(2));
+    EXPECT_EQ(b->getBlockCurves()[0]->getAppropriateNode(), node) << "never re-targeted here";
+    EXPECT_EQ(b->getBlockCurves()[1]->getAppropriateNode(), NullFC);
+    EXPECT_EQ(b->getBlockCurves()[0]->getCPs()[0].getPoint().x, 10.0)
+        << "the keys are not mirrored";
+
+    EXPECT_EQ(block(1)->getBlockName(), "homeless") << "a null node is accepted at this level";
+    EXPECT_FALSE(block(1)->getActive());
+    EXPECT_EQ(block(1)->getStartFrame(), 99999.0F) << "no curves: the range of a new block";
+}
+
+TEST_F(Import, blocksForTheCallerAreNotRegistered) {
+    const osg::AnimationBlockPtr record = blockRecord(node, "a");
+    record->addCurve(curveRecord(node, "translateX", {10.0F, 20.0F}));
+    attachment(node)->addBlock(record);
+    attachment(node)->addBlock(blockRecord(NullFC, "b"));
+    attachment(node)->addCurve(curveRecord(node, "loose", {1.0F}));
+    const std::vector<kvAnimationBlock*> blocks = I::getBlocksFromAttachment(attachment(node));
+    for (kvAnimationBlock* b : blocks)
+        keep(b);
+    EXPECT_THAT(names(blocks), ElementsAre("a", "b"));
+    EXPECT_EQ(blocks[0]->getEndFrame(), 20.0F);
+    EXPECT_THAT(*manager().getBlocks(), IsEmpty());
+    EXPECT_EQ(attachment(node)->getMFBlocks()->getSize(), 0U);
+    EXPECT_EQ(attachment(node)->getMFCurves()->getSize(), 1U);
+}
+
+TEST_F(Import, anAttachmentThatHangsNowhereSurvivesBeingRead) {
+    osg::AnimationAttachmentPtr loose = osg::AnimationAttachmentBase::create();
+    loose->addBlock(blockRecord(node, "a"));
+    const osg::UInt32 id = osg::getContainerId(loose);
+    for (kvAnimationBlock* b : I::getBlocksFromAttachment(loose))
+        keep(b);
+    EXPECT_NE(osg::FieldContainerFactory::the()->getContainer(id), NullFC);
+    osg::addRefCP(loose);
+    osg::subRefCP(loose);
+}
+
+TEST_F(Import, aNodeHeldOnlyByItsOwnRecordsGoesWithThem) {
+    osg::NodePtr alone = osg::Node::create();
+    const osg::UInt32 id = osg::getContainerId(alone);
+    attachment(alone)->addCurve(curveRecord(alone, "translateX", {1.0F}));
+    attachment(alone)->addCurve(curveRecord(node, "translateY", {1.0F}));
+    I::loadCurvesFromAnimAttachment(alone, &manager(), false);
+    ASSERT_THAT(*manager().getAnimCurves(), SizeIs(2));
+    EXPECT_EQ(osg::FieldContainerFactory::the()->getContainer(id), NullFC);
+    EXPECT_EQ(curve(0)->getAppropriateNode(), NullFC);
+}
+
+// --- tracks and clips
+
+TEST_F(Import, clipsAreReadWithoutMirroringOrPushingDownFlags) {
+    osg::AnimationClipPtr record;
+    const osg::AnimationTrackPtr track = clipWithTrack(record);
+    record->setFliped(true);
+    record->setRepeated(true);
+    record->setMotionBlur(true);
+    track->setActive(false);
+    track->setMotionBlur(true);
+    track->setFliped(true);
+    const osg::AnimationBlockPtr a = blockRecord(node, "a");
+    a->addCurve(curveRecord(node, "translateX", {0.0F, 10.0F}));
+    a->setFliped(true);
+    const osg::AnimationBlockPtr b = blockRecord(node, "b");
+    b->addCurve(curveRecord(node, "translateX", {20.0F, 40.0F}));
+    track->addBlock(a);
+    track->addBlock(b);
+    track->addSequence(sequenceRecord("s", 3.0F, 4.5F));
+    I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
+    ASSERT_THAT(*manager().getClips(), SizeIs(1));
+    EXPECT_EQ(clip(0)->getName(), "clip");
+    EXPECT_TRUE(clip(0)->getFliped());
+    EXPECT_TRUE(clip(0)->getRepeat());
+    EXPECT_TRUE(clip(0)->getMotionBlur());
+    EXPECT_TRUE(clip(0)->getActive()) << "not stored";
+    ASSERT_EQ(clip(0)->getTrackAmount(), 1);
+    kvAnimationTrack* const t = clip(0)->getTrack(0);
+    EXPECT_FALSE(t->getActive());
+    EXPECT_TRUE(t->getMotionBlur());
+    EXPECT_TRUE(t->getFliped());
+    ASSERT_THAT(names(t->getBlocks()), ElementsAre("a", "b"));
+    EXPECT_EQ(t->getBlocks()[0]->getStartFrame(), 0.0F);
+    EXPECT_EQ(t->getBlocks()[0]->getEndFrame(), 10.0F);
+    EXPECT_EQ(t->getBlocks()[1]->getStartFrame(), 20.0F);
+    EXPECT_TRUE(t->getBlocks()[0]->getFliped());
+    EXPECT_FALSE(t->getBlocks()[1]->getFliped());
+    EXPECT_FALSE(t->getBlocks()[1]->getMotionBlur());
+    EXPECT_TRUE(t->getBlocks()[1]->getActive());
+    ASSERT_THAT(t->getSequences(), SizeIs(1));
+    const kvAnimationSequence2* const s = t->getSequences()[0];
+    EXPECT_EQ(s->getSequence(), "s");
+    EXPECT_EQ(s->getStartFrame(), 3.0F);
+    EXPECT_EQ(s->getEndFrame(), 4.5F);
+    EXPECT_TRUE(s->getActive());
+}
+
+TEST_F(Import, activityOfBlocksOnTracksIsNotRead) {
+    osg::AnimationClipPtr record;
+    const osg::AnimationTrackPtr track = clipWithTrack(record);
+    track->addBlock(blockRecord(node, "stored inactive"));
+    I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
+    EXPECT_TRUE(clip(0)->getTrack(0)->getBlocks()[0]->getActive());
+}
+
+TEST_F(Import, aBlockWithoutNodeOnATrackIsDroppedAndItsSiblingsStay) {
+    osg::AnimationClipPtr record;
+    const osg::AnimationTrackPtr track = clipWithTrack(record);
+    const osg::AnimationBlockPtr homeless = blockRecord(NullFC, "homeless");
+    homeless->addCurve(curveRecord(node, "translateX", {1.0F}));
+    track->addBlock(homeless);
+    track->addBlock(blockRecord(node, "b"));
+    track->addSequence(sequenceRecord("s", 1.0F, 2.0F));
+    track->addClip(osg::AnimationClipBase::create());
+    I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
+    kvAnimationTrack* const t = clip(0)->getTrack(0);
+    EXPECT_THAT(names(t->getBlocks()), ElementsAre("b"));
+    EXPECT_THAT(t->getSequences(), SizeIs(1));
+    EXPECT_THAT(t->getClips(), SizeIs(1));
+}
+
+TEST_F(Import, tracksKeepTheStoredOrderWhateverTheirNumbers) {
+    osg::AnimationClipPtr record;
+    const float starts[] = {5.0F, 2.0F, 9.0F};
+    osg::AnimationTrackPtr track = clipWithTrack(record);
+    for (int i = 0; i < 3; ++i) {
+        if (i > 0) track = addTrack(record);
+        track->setNumber(static_cast<int>(starts[i]));
+        track->addSequence(sequenceRecord("s", starts[i], 20.0F));
+    }
+    I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
+    ASSERT_EQ(clip(0)->getTrackAmount(), 3);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(clip(0)->getTrack(i)->getNumber(), i);
+        EXPECT_EQ(clip(0)->getTrack(i)->getSequences()[0]->getStartFrame(), starts[i]);
+    }
+}
+
+TEST_F(Import, foreignElementsOfClipListsAreIgnored) {
+    osg::AnimationClipPtr record;
+    const osg::AnimationTrackPtr track = clipWithTrack(record);
+    track->addClip(blockRecord(node, "no clip"));
+    track->addClip(node);
+    record->addSubclip(curveRecord(node, "no clip either", {}));
+    const osg::AnimationClipPtr good = osg::AnimationClipBase::create();
+    good->setName("good");
+    track->addClip(good);
+    I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
+    ASSERT_EQ(clip(0)->getTrackAmount(), 1);
+    ASSERT_THAT(clip(0)->getTrack(0)->getClips(), SizeIs(1));
+    EXPECT_EQ(clip(0)->getTrack(0)->getClips()[0]->getName(), "good");
+}
+
+TEST_F(Import, nestedClipsAreReadToAnyDepth) {
+    osg::AnimationClipPtr record;
+    osg::AnimationTrackPtr track = clipWithTrack(record);
+    constexpr int kDepth = 20;
+    for (int i = 0; i < kDepth; ++i) {
+        const osg::AnimationClipPtr nested = osg::AnimationClipBase::create();
+        nested->setName("level" + std::to_string(i));
+        nested->setRepeated(i % 2 == 0);
+        track->addClip(nested);
+        track = addTrack(nested);
+    }
+    const osg::AnimationBlockPtr deepest = blockRecord(node, "deepest");
+    deepest->addCurve(curveRecord(node, "translateX", {3.0F, 7.0F}));
+    track->addBlock(deepest);
+    I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
+    kvAnimationClip* c = clip(0);
+    EXPECT_EQ(c->getStartFrame(), 3.0F);
+    EXPECT_EQ(c->getEndFrame(), 7.0F);
+    for (int i = 0; i < kDepth; ++i) {
+        ASSERT_THAT(c->getTrack(0)->getClips(), SizeIs(1));
+        c = c->getTrack(0)->getClips()[0];
+        EXPECT_EQ(c->getName(), "level" + std::to_string(i));
+        EXPECT_EQ(c->getRepeat(), i % 2 == 0);
+    }
+    EXPECT_EQ(c->getTrack(0)->getBlocks()[0]->getBlockName(), "deepest");
+}
+
+TEST_F(Import, itemsOfATrackEndInTheOrderThatAddingThemOneByOneGives) {
+    const std::vector<std::vector<float>> ranges = {{30.0F, 40.0F}, {10.0F, 60.0F}, {10.0F, 20.0F},
+                                                    {30.0F, 40.0F}, {0.0F, 5.0F},   {10.0F, 20.0F}};
+    osg::AnimationClipPtr record;
+    const osg::AnimationTrackPtr track = clipWithTrack(record);
+    kvAnimationClip* const reference = keep(new kvAnimationClip);
+    reference->createTrack();
+    int n = 0;
+    for (const std::vector<float>& range : ranges) {
+        const std::string name = std::to_string(n++);
+        const osg::AnimationBlockPtr stored = blockRecord(node, name);
+        stored->addCurve(curveRecord(node, "translateX", range));
+        track->addBlock(stored);
+        reference->insertBlock(makeBlock(node, name, range), 0);
+    }
+    I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
+    EXPECT_EQ(names(clip(0)->getTrack(0)->getBlocks()), names(reference->getTrack(0)->getBlocks()));
+    EXPECT_EQ(clip(0)->getTrack(0)->getLastFrame(), reference->getTrack(0)->getLastFrame());
+}
+
+// --- cameras
+
+TEST_F(Import, curvesOfACameraBlockStoredOnNoCameraEndUpOnTheCameraNode) {
+    const osg::NodePtr camera = makeCamera();
+    const osg::NodePtr otherCamera = makeCamera();
+    osg::AnimationClipPtr record;
+    const osg::AnimationTrackPtr track = clipWithTrack(record);
+    const osg::AnimationBlockPtr stored = blockRecord(node, "camera");
+    stored->setCamBlock(true);
+    stored->addCurve(curveRecord(node, "elsewhere", {1.0F}));
+    stored->addCurve(curveRecord(otherCamera, "on a camera", {1.0F}));
+    stored->addCurve(curveRecord(NullFC, "nowhere", {1.0F}));
+    track->addBlock(stored);
+    const osg::AnimationBlockPtr ordinary = blockRecord(node, "ordinary");
+    ordinary->addCurve(curveRecord(node, "stays", {1.0F}));
+    track->addBlock(ordinary);
+    I::loadClipsFromAnimAttachment(node, &manager(), camera, false);
+    const kvAnimationBlock* b = clip(0)->getBlock("camera", false);
+    ASSERT_NE(b, nullptr);
+    EXPECT_EQ(b->getAppropriateNode(), node) << "the block itself stays";
+    EXPECT_EQ(b->getBlockCurves()[0]->getAppropriateNode(), camera);
+    EXPECT_EQ(b->getBlockCurves()[1]->getAppropriateNode(), otherCamera);
+    EXPECT_EQ(b->getBlockCurves()[2]->getAppropriateNode(), NullFC);
+    b = clip(0)->getBlock("ordinary", false);
+    EXPECT_EQ(b->getBlockCurves()[0]->getAppropriateNode(), node);
+}
+
+TEST_F(Import, aNodeWithoutCoreIsNoCamera) {
+    const osg::NodePtr camera = makeCamera();
+    osg::NodePtr bare = osg::Node::create();
+    osg::addRefCP(bare);
+    osg::AnimationClipPtr record;
+    const osg::AnimationTrackPtr track = clipWithTrack(record);
+    const osg::AnimationBlockPtr stored = blockRecord(node, "camera");
+    stored->setCamBlock(true);
+    stored->addCurve(curveRecord(bare, "a", {1.0F}));
+    track->addBlock(stored);
+    I::loadClipsFromAnimAttachment(node, &manager(), camera, false);
+    EXPECT_EQ(clip(0)->getTrack(0)->getBlocks()[0]->getBlockCurves()[0]->getAppropriateNode(),
+              camera);
+    osg::subRefCP(bare);
+}
+
+TEST_F(Import, topLevelCameraBlocksAreNotRetargeted) {
+    const osg::AnimationBlockPtr stored = blockRecord(node, "camera");
+    stored->setCamBlock(true);
+    stored->addCurve(curveRecord(node, "a", {1.0F}));
+    attachment(node)->addBlock(stored);
+    I::loadBlocksFromAnimAttachment(node, &manager(), false);
+    EXPECT_EQ(block(0)->getBlockCurves()[0]->getAppropriateNode(), node);
+}
+
+TEST_F(Import, withoutCameraNodeRetargetedCurvesLoseTheirNode) {
+    osg::AnimationClipPtr record;
+    const osg::AnimationTrackPtr track = clipWithTrack(record);
+    const osg::AnimationBlockPtr stored = blockRecord(node, "camera");
+    stored->setCamBlock(true);
+    stored->addCurve(curveRecord(node, "a", {1.0F}));
+    track->addBlock(stored);
+    I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
+    EXPECT_EQ(clip(0)->getTrack(0)->getBlocks()[0]->getBlockCurves()[0]->getAppropriateNode(),
+              NullFC);
+}
+
+// --- the older layout
+
+TEST_F(Import, theOlderLayoutIsReadBeforeTheTracks) {
+    const osg::NodePtr camera = makeCamera();
+    osg::AnimationClipPtr record;
+    const osg::AnimationTrackPtr track = clipWithTrack(record);
+    track->addSequence(sequenceRecord("on a track", 1.0F, 2.0F));
+    const osg::AnimationBlockPtr direct = blockRecord(node, "direct");
+    direct->setCamBlock(true);
+    direct->setAnimatedType(5);
+    direct->setRepeated(true);
+    direct->setMotionBlur(true);
+    direct->setFliped(true);
+    direct->addCurve(curveRecord(node, "translateX", {1.0F, 9.0F}));
+    record->addBlock(direct);
+    record->addBlock(blockRecord(NullFC, "homeless"));
+    const osg::AnimationClipPtr sub = osg::AnimationClipBase::create();
+    sub->setName("sub");
+    sub->setRepeated(true);
+    sub->setMotionBlur(true);
+    sub->setFliped(true);
+    const osg::AnimationBlockPtr inSub = blockRecord(node, "in sub");
+    inSub->addCurve(curveRecord(node, "translateX", {2.0F, 8.0F}));
+    sub->addBlock(inSub);
+    const osg::AnimationClipPtr subSub = osg::AnimationClipBase::create();
+    subSub->setName("sub sub");
+    sub->addSubclip(subSub);
+    record->addSubclip(sub);
+
+    I::loadClipsFromAnimAttachment(node, &manager(), camera, false);
+    ASSERT_EQ(clip(0)->getTrackAmount(), 4) << "one track per direct item, then the stored track";
+    const kvAnimationBlock* const b = clip(0)->getTrack(0)->getBlocks().at(0);
+    EXPECT_EQ(b->getBlockName(), "direct");
+    EXPECT_TRUE(b->isCameraBlock());
+    EXPECT_EQ(b->getAnimatedType(), 5);
+    EXPECT_TRUE(b->getRepeat());
+    EXPECT_TRUE(b->getMotionBlur());
+    EXPECT_TRUE(b->getFliped());
+    EXPECT_EQ(b->getStartFrame(), 1.0F);
+    EXPECT_EQ(b->getEndFrame(), 9.0F);
+    EXPECT_EQ(b->getBlockCurves()[0]->getAppropriateNode(), camera) << "re-targeted here, too";
+    EXPECT_EQ(clip(0)->getTrack(1)->getBlocks().at(0)->getBlockName(), "homeless");
+    const kvAnimationClip* const s = clip(0)->getTrack(2)->getClips().at(0);
+    EXPECT_EQ(s->getName(), "sub");
+    EXPECT_TRUE(s->getRepeat());
+    EXPECT_TRUE(s->getMotionBlur());
+    EXPECT_TRUE(s->getFliped());
+    ASSERT_EQ(s->getTrackAmount(), 2);
+    EXPECT_EQ(s->getTrack(0)->getBlocks().at(0)->getBlockName(), "in sub");
+    EXPECT_EQ(s->getTrack(1)->getClips().at(0)->getName(), "sub sub");
+    EXPECT_EQ(clip(0)->getTrack(3)->getSequences().at(0)->getSequence(), "on a track");
+}
+
+TEST_F(Import, whatTheOlderWriterWritesIsReadBack) {
+    kvAnimationClip* const written = keep(new kvAnimationClip("outer"));
+    written->addBlock(makeBlock(node, "b", {1.0F, 2.0F}));
+    auto* const nested = new kvAnimationClip("nested");
+    nested->addBlock(makeBlock(node, "deep", {5.0F, 6.0F}));
+    written->addSubclip(nested);
+    const osg::AnimationClipPtr record = osg::AnimationClipBase::create();
+    attachment(node)->addClip(record);
+    Access::addSubClip(record, written);
+    I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
+    EXPECT_EQ(names(clip(0)->getBlocks(false, true)), names(written->getBlocks(false, true)));
+    EXPECT_EQ(clip(0)->getStartFrame(), 1.0F);
+    EXPECT_EQ(clip(0)->getEndFrame(), 6.0F);
+}
+
+// --- the oldest reader
+
+TEST_F(Import, theOldestReaderAppendsWithoutIdentifiersAndBindingsAndKeepsTheRecords) {
+    attachment(node)->addCurve(curveRecord(node, "translateX", {1.0F, 2.0F}));
+    const osg::AnimationBlockPtr b = blockRecord(node, "b");
+    b->setRepeated(true);
+    b->addCurve(curveRecord(node, "translateY", {3.0F, 4.0F}));
+    attachment(node)->addBlock(b);
+    osg::AnimationClipPtr record;
+    const osg::AnimationTrackPtr track = clipWithTrack(record);
+    track->addSequence(sequenceRecord("not read", 1.0F, 2.0F));
+    const osg::AnimationBlockPtr inClip = blockRecord(node, "in clip");
+    inClip->addCurve(curveRecord(node, "translateZ", {5.0F, 6.0F}));
+    record->addBlock(inClip);
+
+    // Keys 1, 2 and 3 to 6 draw one identifier each; the clip draws one when it is made and one
+    // when it is registered.
+    const std::vector<unsigned> draws = nextDraws(1005, 8);
+    const kvAnimationCurve before;
+    I::importAnimationAttachment(node, &manager());
+    ASSERT_THAT(*manager().getAnimCurves(), SizeIs(1));
+    EXPECT_EQ(curve(0)->getAnimatedAttribute(), "translateX");
+    EXPECT_EQ(curve(0)->getId(), before.getId() + 1) << "only the counter's number";
+    EXPECT_EQ(curve(0)->getAppropriateNode(), NullFC);
+    EXPECT_EQ(curve(0)->getAnimationField().fcId, 0U);
+    EXPECT_EQ(curve(0)->getAnimationField().fieldName, "unknown");
+    EXPECT_THAT(curve(0)->getCPs(), SizeIs(2));
+    ASSERT_THAT(*manager().getBlocks(), SizeIs(1));
+    EXPECT_EQ(block(0)->getBlockName(), "b");
+    EXPECT_EQ(block(0)->getAppropriateNode(), node);
+    EXPECT_EQ(block(0)->getStartFrame(), 3.0F);
+    EXPECT_EQ(block(0)->getEndFrame(), 4.0F);
+    EXPECT_FALSE(block(0)->getRepeat()) << "flags are not read";
+    ASSERT_THAT(*manager().getClips(), SizeIs(1));
+    EXPECT_EQ(clip(0)->getName(), "clip");
+    EXPECT_EQ(clip(0)->getId(), draws[5]);
+    ASSERT_EQ(clip(0)->getTrackAmount(), 1);
+    EXPECT_EQ(clip(0)->getTrack(0)->getBlocks().at(0)->getBlockName(), "in clip");
+    EXPECT_EQ(clip(0)->getTrack(0)->getBlocks().at(0)->getEndFrame(), 6.0F);
+    EXPECT_EQ(attachment(node)->getMFCurves()->getSize(), 1U);
+    EXPECT_EQ(attachment(node)->getMFBlocks()->getSize(), 1U);
+    EXPECT_EQ(attachment(node)->getMFClips()->getSize(), 1U);
+}
+
+} // namespace
