@@ -1,0 +1,430 @@
+// The block: its range, its curves, the gestures that move and stretch it, and copies.
+
+#include "support/access/kvAnimationBlock.h"
+#include "support/clipBuilders.h"
+
+#include <kvAnimationManager2.h>
+
+#include <OpenSG/OSGConfig.h>
+
+#include <OpenSG/OSGGroup.h>
+#include <OpenSG/OSGNode.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+namespace {
+
+using kvtest::newBlock;
+using kvtest::newCurve;
+using Access = kvTestAccess<kvAnimationBlock>;
+
+const float kNaN = std::numeric_limits<float>::quiet_NaN();
+
+std::uint32_t bitsOf(float value) {
+    std::uint32_t bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    return bits;
+}
+
+double frameOf(const kvAnimationCurve& curve, std::size_t key) {
+    return curve.getCPs().at(key).getPoint().x;
+}
+
+} // namespace
+
+TEST(BlockDefault, coversNothing) {
+    const kvAnimationBlock block;
+    EXPECT_EQ(block.getStartFrame(), 99999.0F);
+    EXPECT_EQ(block.getEndFrame(), -99999.0F);
+    EXPECT_EQ(block.getDuration(), -199998.0F);
+    for (const float frame : {-99999.0F, 0.0F, 1.0F, 99999.0F, kNaN})
+        EXPECT_FALSE(block.frameInBlockRange(frame)) << frame;
+}
+
+TEST(BlockDefault, isActiveAndNothingElse) {
+    const kvAnimationBlock block;
+    EXPECT_TRUE(block.getActive());
+    EXPECT_FALSE(block.getFliped());
+    EXPECT_FALSE(block.getRepeat());
+    EXPECT_FALSE(block.getMotionBlur());
+    EXPECT_FALSE(block.isCameraBlock());
+    EXPECT_EQ(block.getAnimatedType(), 0);
+    EXPECT_EQ(block.getBlockName(), "");
+    EXPECT_TRUE(block.getAppropriateNode() == osg::NullFC);
+    EXPECT_TRUE(block.getBlockCurves().empty());
+    EXPECT_EQ(block.getLastInsertedCurve(), nullptr);
+}
+
+TEST(Block, constructorsTakeConsecutiveIds) {
+    const std::uint32_t next = Access::nextId();
+    const kvAnimationBlock unnamed;
+    const kvAnimationBlock named(std::string("door"));
+    const kvAnimationBlock placed((osg::NodePtr()));
+    const kvAnimationBlock both(osg::NodePtr(), "door");
+    EXPECT_EQ(unnamed.getId(), next);
+    EXPECT_EQ(named.getId(), next + 1);
+    EXPECT_EQ(placed.getId(), next + 2);
+    EXPECT_EQ(both.getId(), next + 3);
+    EXPECT_EQ(Access::nextId(), next + 4);
+    EXPECT_EQ(named.getBlockName(), "door");
+    EXPECT_EQ(both.getBlockName(), "door");
+}
+
+TEST(Block, standingBlockIsADefaultOne) {
+    EXPECT_EQ(Access::the().getStartFrame(), 99999.0F);
+    EXPECT_TRUE(Access::the().getBlockCurves().empty());
+}
+
+TEST(Block, keepsTheLow32BitsOfAnId) {
+    kvAnimationBlock block;
+    block.setId(0x100000007ULL);
+    EXPECT_EQ(block.getId(), 7U);
+}
+
+TEST(Block, settersReadBack) {
+    kvAnimationBlock block;
+    block.setCameraBlock(true);
+    block.setAnimatedType(255);
+    block.setActive(false);
+    block.setRepeat(true);
+    block.setFliped(true);
+    block.setMotionBlur(true);
+    EXPECT_TRUE(block.isCameraBlock());
+    EXPECT_EQ(block.getAnimatedType(), 255);
+    EXPECT_FALSE(block.getActive());
+    EXPECT_TRUE(block.getRepeat());
+    EXPECT_TRUE(block.getFliped());
+    EXPECT_TRUE(block.getMotionBlur());
+}
+
+TEST(BlockNode, isFoundAgainByItsId) {
+    osg::NodePtr node = osg::Node::create();
+    osg::addRefCP(node);
+    kvAnimationBlock block;
+    block.setAppropriateNode(node);
+    EXPECT_TRUE(block.getAppropriateNode() == node);
+    EXPECT_EQ(Access::nodeId(block), osg::getContainerId(node));
+    osg::subRefCP(node);
+    EXPECT_TRUE(block.getAppropriateNode() == osg::NullFC);
+}
+
+TEST(BlockNode, nullIsIdZero) {
+    osg::NodePtr node = osg::Node::create();
+    osg::addRefCP(node);
+    kvAnimationBlock block(node);
+    block.setAppropriateNode(osg::NullFC);
+    EXPECT_EQ(Access::nodeId(block), 0U);
+    EXPECT_TRUE(block.getAppropriateNode() == osg::NullFC);
+    osg::subRefCP(node);
+}
+
+TEST(BlockNode, idOfAContainerThatIsNoNodeGivesNull) {
+    osg::GroupPtr core = osg::Group::create();
+    osg::addRefCP(core);
+    kvAnimationBlock block;
+    Access::nodeId(block) = osg::getContainerId(core);
+    EXPECT_TRUE(block.getAppropriateNode() == osg::NullFC);
+    osg::subRefCP(core);
+}
+
+TEST(BlockCurves, addingWidensTheRange) {
+    kvAnimationBlock block;
+    block.addCurve(newCurve({10, 20}));
+    EXPECT_EQ(block.getStartFrame(), 10.0F);
+    EXPECT_EQ(block.getEndFrame(), 20.0F);
+    block.addCurve(newCurve({12, 18}));
+    EXPECT_EQ(block.getStartFrame(), 10.0F);
+    EXPECT_EQ(block.getEndFrame(), 20.0F);
+    block.addCurve(newCurve({5, 25}));
+    EXPECT_EQ(block.getStartFrame(), 5.0F);
+    EXPECT_EQ(block.getEndFrame(), 25.0F);
+}
+
+TEST(BlockCurves, addingACurveWithoutKeysWidensNothing) {
+    kvAnimationBlock block;
+    block.addCurve(newCurve({10, 20}));
+    block.addCurve(newCurve({}));
+    EXPECT_EQ(block.getStartFrame(), 10.0F);
+    EXPECT_EQ(block.getEndFrame(), 20.0F);
+}
+
+TEST(BlockCurves, nullIsStoredAndSkipped) {
+    kvAnimationBlock block;
+    block.addCurve(nullptr);
+    ASSERT_EQ(block.getBlockCurves().size(), 1U);
+    EXPECT_EQ(block.getLastInsertedCurve(), nullptr);
+    EXPECT_EQ(block.getStartFrame(), 99999.0F);
+    EXPECT_EQ(block.getBlockCurve("x"), nullptr);
+    block.stretchLeft(1);
+    block.stretchRight(2);
+    block.flip();
+    EXPECT_TRUE(block.getFliped());
+}
+
+TEST(BlockCurves, areFoundByAttributeIfTheFirstHasKeys) {
+    kvAnimationBlock block;
+    kvAnimationCurve* y = newCurve({0, 1}, "y");
+    block.addCurve(newCurve({}, "x"));
+    block.addCurve(newCurve({0, 1}, "x"));
+    block.addCurve(nullptr);
+    block.addCurve(y);
+    EXPECT_EQ(block.getBlockCurve("x"), nullptr) << "the second x is not considered";
+    EXPECT_EQ(block.getBlockCurve("y"), y);
+    EXPECT_EQ(block.getBlockCurve("Y"), nullptr);
+    EXPECT_EQ(block.getBlockCurve(""), nullptr);
+    EXPECT_EQ(block.getLastInsertedCurve(), y);
+}
+
+TEST(BlockBounds, withoutCurvesStay) {
+    kvAnimationBlock block;
+    block.addCurve(newCurve({3, 4}));
+    kvAnimationCurve* curve = block.getBlockCurves().back();
+    block.getBlockCurves().clear();
+    block.updateBlockBounds();
+    EXPECT_EQ(block.getStartFrame(), 3.0F);
+    EXPECT_EQ(block.getEndFrame(), 4.0F);
+    delete curve;
+}
+
+TEST(BlockBounds, ofNullCurvesAreTheSentinels) {
+    kvAnimationBlock block;
+    block.addCurve(nullptr);
+    block.updateBlockBounds();
+    EXPECT_EQ(bitsOf(block.getStartFrame()), 0x65A96816U);
+    EXPECT_EQ(bitsOf(block.getEndFrame()), 0xE5A96816U);
+}
+
+TEST(BlockBounds, ofKeylessCurvesAreTheInvertedPair) {
+    kvAnimationBlock block;
+    block.addCurve(newCurve({}));
+    block.updateBlockBounds();
+    EXPECT_EQ(block.getStartFrame(), 99999.0F);
+    EXPECT_EQ(block.getEndFrame(), -99999.0F);
+}
+
+TEST(BlockBounds, shrinkToTheKeys) {
+    kvAnimationBlock block;
+    block.addCurve(newCurve({0, 50}));
+    block.addCurve(newCurve({10, 20}));
+    block.getBlockCurves().front()->deleteExistingKey(0);
+    block.getBlockCurves().front()->deleteExistingKey(50);
+    block.updateBlockBounds();
+    EXPECT_EQ(block.getStartFrame(), 10.0F);
+    EXPECT_EQ(block.getEndFrame(), 20.0F);
+}
+
+TEST(BlockRange, containsBothEnds) {
+    const kvtest::BlockOwner block(newBlock(10, 20));
+    EXPECT_TRUE(block->frameInBlockRange(10));
+    EXPECT_TRUE(block->frameInBlockRange(20));
+    EXPECT_FALSE(block->frameInBlockRange(std::nextafter(10.0F, 0.0F)));
+    EXPECT_FALSE(block->frameInBlockRange(std::nextafter(20.0F, 30.0F)));
+    EXPECT_FALSE(block->frameInBlockRange(kNaN));
+}
+
+TEST(BlockRange, ordersByStart) {
+    const kvtest::BlockOwner early(newBlock(1, 20));
+    const kvtest::BlockOwner late(newBlock(2, 3));
+    EXPECT_TRUE(*early < *late);
+    EXPECT_FALSE(*late < *early);
+    EXPECT_FALSE(*early < *early);
+}
+
+TEST(BlockMove, shiftsRangeKeysAndHandles) {
+    const kvtest::BlockOwner block(newBlock(10, 20));
+    block->moveBlock(2.5F);
+    EXPECT_EQ(block->getStartFrame(), 12.5F);
+    EXPECT_EQ(block->getEndFrame(), 22.5F);
+    const kvControlPoint key = block->getBlockCurves().front()->getCPs().front();
+    EXPECT_EQ(key.getPoint().x, 12.5);
+    EXPECT_EQ(key.getPoint().y, 100.0);
+    EXPECT_EQ(key.getInTangent().x, 12.25);
+    EXPECT_EQ(key.getInTangent().y, 99.0);
+    EXPECT_EQ(key.getOutTangent().x, 12.75);
+    EXPECT_EQ(key.getOutTangent().y, 101.0);
+}
+
+TEST(BlockMove, byNothingRoundsAllSixCoordinates) {
+    kvAnimationBlock block;
+    auto* curve = new kvAnimationCurve("x");
+    curve->insertCP(0.1, 0.2);
+    kvControlPoint& key = curve->getCPs().front();
+    key.setInTangent({0.3, 0.4});
+    key.setOutTangent({0.6, 0.7});
+    block.addCurve(curve);
+    block.moveBlock(0);
+    const kvControlPoint moved = std::as_const(*curve).getCPs().front();
+    EXPECT_EQ(moved.getPoint().x, static_cast<double>(0.1F));
+    EXPECT_EQ(moved.getPoint().y, static_cast<double>(0.2F));
+    EXPECT_EQ(moved.getInTangent().x, static_cast<double>(0.3F));
+    EXPECT_EQ(moved.getInTangent().y, static_cast<double>(0.4F));
+    EXPECT_EQ(moved.getOutTangent().x, static_cast<double>(0.6F));
+    EXPECT_EQ(moved.getOutTangent().y, static_cast<double>(0.7F));
+}
+
+TEST(BlockMove, addsInSinglePrecision) {
+    // 16777216 is the first float after which odd numbers are missing.
+    kvAnimationBlock block;
+    auto* curve = new kvAnimationCurve("x");
+    curve->insertCP(16777216.0, 0.0);
+    block.addCurve(curve);
+    block.moveBlock(1);
+    EXPECT_EQ(frameOf(*curve, 0), 16777216.0);
+}
+
+TEST(BlockMove, withoutCurvesMovesNothing) {
+    kvAnimationBlock block;
+    block.moveBlock(10);
+    EXPECT_EQ(block.getStartFrame(), 99999.0F);
+    EXPECT_EQ(block.getEndFrame(), -99999.0F);
+}
+
+TEST(BlockMove, shiftsTheRangeAndDoesNotComputeIt) {
+    const kvtest::BlockOwner block(newBlock(10, 20));
+    block->getBlockCurves().front()->deleteExistingKey(20);
+    block->moveBlock(1);
+    EXPECT_EQ(block->getEndFrame(), 21.0F);
+}
+
+TEST(BlockMove, byNaNGivesNaN) {
+    const kvtest::BlockOwner block(newBlock(10, 20));
+    block->moveBlock(kNaN);
+    EXPECT_TRUE(std::isnan(block->getStartFrame()));
+    EXPECT_TRUE(std::isnan(frameOf(*block->getBlockCurves().front(), 1)));
+    EXPECT_FALSE(block->frameInBlockRange(10));
+}
+
+TEST(BlockStretch, leftMapsEachCurveOverItsOwnRange) {
+    kvAnimationBlock block;
+    block.addCurve(newCurve({5, 10, 15}));
+    block.addCurve(newCurve({10, 15}));
+    block.stretchLeft(0);
+    const kvAnimationCurve& first = *block.getBlockCurves()[0];
+    const kvAnimationCurve& second = *block.getBlockCurves()[1];
+    EXPECT_EQ(frameOf(first, 0), 0.0);
+    EXPECT_EQ(frameOf(first, 1), 7.5);
+    EXPECT_EQ(frameOf(first, 2), 15.0);
+    EXPECT_EQ(frameOf(second, 0), 0.0);
+    EXPECT_EQ(frameOf(second, 1), 15.0);
+    EXPECT_EQ(block.getStartFrame(), 0.0F);
+    EXPECT_EQ(block.getEndFrame(), 15.0F);
+}
+
+TEST(BlockStretch, rightMapsEachCurveOverItsOwnRange) {
+    kvAnimationBlock block;
+    block.addCurve(newCurve({5, 10, 15}));
+    block.addCurve(newCurve({5, 10}));
+    block.stretchRight(20);
+    const kvAnimationCurve& first = *block.getBlockCurves()[0];
+    const kvAnimationCurve& second = *block.getBlockCurves()[1];
+    EXPECT_EQ(frameOf(first, 0), 5.0);
+    EXPECT_EQ(frameOf(first, 1), 12.5);
+    EXPECT_EQ(frameOf(first, 2), 20.0);
+    EXPECT_EQ(frameOf(second, 0), 5.0);
+    EXPECT_EQ(frameOf(second, 1), 20.0);
+    EXPECT_EQ(block.getStartFrame(), 5.0F);
+    EXPECT_EQ(block.getEndFrame(), 20.0F);
+}
+
+TEST(BlockStretch, withoutCurvesChangesNothing) {
+    kvAnimationBlock block;
+    block.stretchLeft(1);
+    block.stretchRight(2);
+    EXPECT_EQ(block.getStartFrame(), 99999.0F);
+    EXPECT_EQ(block.getEndFrame(), -99999.0F);
+}
+
+TEST(BlockFlip, mirrorsCurvesAndTogglesTheMark) {
+    kvAnimationBlock block;
+    block.addCurve(newCurve({0, 5, 15}));
+    block.flip();
+    EXPECT_TRUE(block.getFliped());
+    EXPECT_EQ(frameOf(*block.getBlockCurves()[0], 0), 0.0);
+    EXPECT_EQ(frameOf(*block.getBlockCurves()[0], 1), 10.0);
+    EXPECT_EQ(frameOf(*block.getBlockCurves()[0], 2), 15.0);
+    EXPECT_EQ(block.getBlockCurves()[0]->getCPs()[0].getPoint().y, 150.0);
+    block.flip();
+    EXPECT_FALSE(block.getFliped());
+    EXPECT_EQ(frameOf(*block.getBlockCurves()[0], 1), 5.0);
+    EXPECT_EQ(block.getBlockCurves()[0]->getCPs()[0].getPoint().y, 0.0);
+}
+
+TEST(BlockFlip, withoutCurvesLeavesTheMark) {
+    kvAnimationBlock block;
+    block.flip();
+    EXPECT_FALSE(block.getFliped());
+}
+
+TEST(BlockCopy, hasItsOwnCurvesAndFreshIds) {
+    kvAnimationBlock source(std::string("door"));
+    source.setActive(false);
+    source.setRepeat(true);
+    source.setFliped(true);
+    source.setMotionBlur(true);
+    source.setCameraBlock(true);
+    source.setAnimatedType(5);
+    source.addCurve(newCurve({1, 2}, "x"));
+    source.addCurve(nullptr);
+    source.addCurve(newCurve({0, 4}, "y"));
+    const std::uint32_t counter = Access::nextId();
+    const kvAnimationBlock copy(source);
+    EXPECT_EQ(Access::nextId(), counter) << "the id is not taken from the counter";
+    EXPECT_TRUE(kvAnimationManager2::checkId(copy.getId()));
+    ASSERT_EQ(copy.getBlockCurves().size(), 2U) << "the null curve is left out";
+    EXPECT_NE(copy.getBlockCurves()[0], source.getBlockCurves()[0]);
+    EXPECT_TRUE(kvAnimationManager2::checkId(copy.getBlockCurves()[0]->getId()));
+    EXPECT_TRUE(kvAnimationManager2::checkId(copy.getBlockCurves()[1]->getId()));
+    EXPECT_EQ(copy.getBlockCurves()[1]->getAnimatedAttribute(), "y");
+    EXPECT_EQ(frameOf(*copy.getBlockCurves()[1], 1), 4.0);
+    EXPECT_EQ(copy.getStartFrame(), 0.0F);
+    EXPECT_EQ(copy.getEndFrame(), 4.0F);
+    EXPECT_EQ(copy.getBlockName(), "door");
+    EXPECT_FALSE(copy.getActive());
+    EXPECT_TRUE(copy.getRepeat());
+    EXPECT_TRUE(copy.getFliped());
+    EXPECT_TRUE(copy.getMotionBlur());
+    EXPECT_TRUE(copy.isCameraBlock());
+    EXPECT_EQ(copy.getAnimatedType(), 5);
+}
+
+TEST(BlockCopy, editsOfTheCopyLeaveTheSource) {
+    const kvtest::BlockOwner source(newBlock(1, 2));
+    kvAnimationBlock copy(*source);
+    copy.moveBlock(10);
+    EXPECT_EQ(frameOf(*source->getBlockCurves()[0], 0), 1.0);
+    EXPECT_EQ(frameOf(*copy.getBlockCurves()[0], 0), 11.0);
+}
+
+TEST(BlockCopy, outlivesItsSource) {
+    kvtest::BlockOwner source(newBlock(1, 5));
+    kvAnimationBlock copy(*source);
+    source.reset();
+    copy.stretchLeft(0);
+    copy.flip();
+    EXPECT_EQ(copy.getStartFrame(), 0.0F);
+    EXPECT_EQ(copy.getEndFrame(), 5.0F);
+}
+
+TEST(BlockAssignment, sharesCurvesAndId) {
+    const kvtest::BlockOwner source(newBlock(1, 2, "door"));
+    kvAnimationBlock target;
+    target = *source;
+    EXPECT_EQ(target.getId(), source->getId());
+    EXPECT_EQ(target.getBlockName(), "door");
+    EXPECT_EQ(target.getBlockCurves(), source->getBlockCurves());
+    target.getBlockCurves().clear();
+}
+
+TEST(BlockPrint, tellsTheNumberOfCurves) {
+    kvAnimationBlock block;
+    block.addCurve(newCurve({1, 2}));
+    block.addCurve(nullptr);
+    testing::internal::CaptureStdout();
+    block.printInfo();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "#AnimBlockCurves: 2\n");
+}
