@@ -6,6 +6,7 @@
 #include <kvAnimationManager2.h>
 
 #include <QEasingCurve>
+#include <QPointF>
 
 #include <benchmark/benchmark.h>
 

@@ -148,11 +148,16 @@ class KV_ANIMATIONS_API kvAnimationCurve : public kvControlPointManager {
 
   private:
     friend class kvAnimationBlock;
+    friend class kvAnimationManager2;
     friend struct kvTestAccess<kvAnimationCurve>;
+
+    class FrameChange;
 
     void predefinedColor();
     void stretch(float start, float span, float newSpan, float newStart);
     void shift(float delta);
+    void moveSelectedCPs(float frame);
+    static void carryHandles(kvControlPoint& cp, const kvControlPoint& before, float x, float y);
 
     static std::uint32_t _idCount;
 

@@ -12,7 +12,7 @@ OSG_BEGIN_NAMESPACE
 class AnimationAttachment;
 typedef FCPtr<AttachmentPtr, AnimationAttachment> AnimationAttachmentPtr;
 
-#define KV_ANIMATION_ATTACHMENT_FIELDS(VALUE, POINTER, LIST)                                       \
+#define KV_ANIMATION_ATTACHMENT_FIELDS(VALUE, VALUES, POINTER, LIST)                               \
     LIST(MFAnimationCurvePtr, Curve, Curves, "curves")                                             \
     LIST(MFAnimationBlockPtr, Block, Blocks, "blocks")                                             \
     LIST(MFAnimationClipPtr, Clip, Clips, "clips")

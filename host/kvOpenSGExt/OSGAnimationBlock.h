@@ -14,7 +14,7 @@ KV_POINTER_FIELD_DECL(AnimationBlock)
 
 /// As a block: all but `Start` and `End`. As a sequence item of a track: `Name` (the command),
 /// `Id`, `Start` and `End` (frames) only. "Fliped" is how files spell it.
-#define KV_ANIMATION_BLOCK_FIELDS(VALUE, POINTER, LIST)                                            \
+#define KV_ANIMATION_BLOCK_FIELDS(VALUE, VALUES, POINTER, LIST)                                    \
     VALUE(SFString, Name, "Name")                                                                  \
     POINTER(SFNodePtr, AppropriateNode, "AppropriateNode")                                         \
     VALUE(SFIdent64, Id, "Id")                                                                     \

@@ -14,7 +14,7 @@ KV_POINTER_FIELD_DECL(AnimationClip)
 
 /// `blocks` and `subclips` (elements are AnimationClips) are the layout from before tracks existed;
 /// readers take both.
-#define KV_ANIMATION_CLIP_FIELDS(VALUE, POINTER, LIST)                                             \
+#define KV_ANIMATION_CLIP_FIELDS(VALUE, VALUES, POINTER, LIST)                                     \
     VALUE(SFString, Name, "Name")                                                                  \
     VALUE(SFIdent64, Id, "Id")                                                                     \
     VALUE(SFBool, Fliped, "Fliped")                                                                \

@@ -18,7 +18,7 @@ KV_POINTER_FIELD_DECL(AnimationControlPoint)
 
 /// x is a frame, y a value in all three vectors; the handles are positions, not offsets from the
 /// key. `TangentType` is the number of the key's tangent type.
-#define KV_ANIMATION_CONTROL_POINT_FIELDS(VALUE, POINTER, LIST)                                    \
+#define KV_ANIMATION_CONTROL_POINT_FIELDS(VALUE, VALUES, POINTER, LIST)                            \
     VALUE(SFVec2f, ControlPoint, "ControlPoint")                                                   \
     VALUE(SFVec2f, InTangent, "InTangent")                                                         \
     VALUE(SFVec2f, OutTangent, "OutTangent")                                                       \

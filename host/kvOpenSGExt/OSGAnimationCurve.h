@@ -24,7 +24,7 @@ KV_POINTER_FIELD_DECL(AnimationCurve)
 
 /// `Id` records the identifier at saving and carries no meaning on reading. The fields that begin
 /// with AF are the curve's field binding. The keys stand in frame order.
-#define KV_ANIMATION_CURVE_FIELDS(VALUE, POINTER, LIST)                                            \
+#define KV_ANIMATION_CURVE_FIELDS(VALUE, VALUES, POINTER, LIST)                                    \
     VALUE(SFIdent64, Id, "Id")                                                                     \
     VALUE(SFString, Belongs2Attribute, "Belongs2Attribute")                                        \
     POINTER(SFNodePtr, AppropriateNode, "AppropriateNode")                                         \

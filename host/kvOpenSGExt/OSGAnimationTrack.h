@@ -17,7 +17,7 @@ KV_POINTER_FIELD_DECL(AnimationTrack)
 
 /// `Number` records the track's number at saving and carries no meaning on reading. The elements of
 /// `clips` are AnimationClips; their pointers are plain because clips contain tracks.
-#define KV_ANIMATION_TRACK_FIELDS(VALUE, POINTER, LIST)                                            \
+#define KV_ANIMATION_TRACK_FIELDS(VALUE, VALUES, POINTER, LIST)                                    \
     VALUE(SFInt32, Number, "Number")                                                               \
     VALUE(SFBool, Active, "Active")                                                                \
     VALUE(SFBool, MotionBlur, "MotionBlur")                                                        \

@@ -20,7 +20,7 @@ typedef FCPtr<NodeCorePtr, CameraSetting> CameraSettingPtr;
 /// `fieldOfView` and `roll` are radians, `shutterSpeed` seconds, `orbitAngle` degrees; lengths are
 /// in scene units. The last three rows hold what is reached through accessors of other names: no
 /// field is called "fStop", "focalLength" or "turnTableAngle".
-#define KV_CAMERA_SETTING_FIELDS(VALUE, POINTER, LIST)                                             \
+#define KV_CAMERA_SETTING_FIELDS(VALUE, VALUES, POINTER, LIST)                                     \
     VALUE(SFBool, IsViewpoint, "isViewpoint")                                                      \
     VALUE(SFPnt3f, From, "from")                                                                   \
     VALUE(SFPnt3f, At, "at")                                                                       \

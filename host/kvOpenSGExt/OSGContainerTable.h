@@ -1,5 +1,6 @@
 #pragma once
 
+// clang-format off
 /**
  * @file
  * A field container made from one table of its fields.
@@ -12,9 +13,11 @@
  *     class Cue;
  *     typedef FCPtr<AttachmentPtr, Cue> CuePtr;
  *
- *     #define KV_CUE_FIELDS(VALUE, POINTER, LIST) \
- *         VALUE(SFString, Title, "title") \
- *         POINTER(SFNodePtr, Target, "target") \ LIST(MFNotePtr, Note, Notes, "notes")
+ *     #define KV_CUE_FIELDS(VALUE, VALUES, POINTER, LIST) \
+ *         VALUE(SFString, Title, "title")                 \
+ *         VALUES(MFReal32, Weights, "weights")            \
+ *         POINTER(SFNodePtr, Target, "target")            \
+ *         LIST(MFNotePtr, Note, Notes, "notes")
  *
  *     class Cue : public Attachment {
  *         KV_CONTAINER_DECL(Cue, Attachment, KV_CUE_FIELDS)
@@ -28,23 +31,25 @@
  *
  * - `VALUE(SFString, Title, "title")`: `getTitle`, `setTitle`, `getSFTitle`. A fourth entry is the
  *   value of a new container; without one it is zero, false or empty.
+ * - `VALUES(MFReal32, Weights, "weights")`: `getWeights` (the field), `getMFWeights`.
  * - `POINTER(SFNodePtr, Target, "target")`: `getTarget`, `setTarget`, which counts the reference,
- *   `setTargetNoRefCount`, which only stores the pointer and leaves the counting of old and new
- * value to the caller, `getSFTarget`.
- * - `LIST(MFNotePtr, Note, Notes, "notes")`: `getNotes` (the whole field, or one element by index),
+ *   `setTargetNoRefCount`, which only stores the pointer and leaves the counting of old and new value
+ *   to the caller, `getSFTarget`.
+ * - `LIST(MFNotePtr, Note, Notes, "notes")`: `getNotes` (the field, or one element by index),
  *   `getMFNotes`, `addNote` (null is ignored), `subNote` (the first one that is equal, or by index;
  *   false when there is none) and `clearNotes`, all counting.
  *
- * Every row also makes `TitleFieldId` and `TitleFieldMask`. Nothing opens an edit bracket by
- * itself.
+ * Every row also makes `TitleFieldId` and `TitleFieldMask`. Nothing opens an edit bracket by itself.
  *
- * References (see also `changed`): a reader that works below the interface fills the fields without
- * counting and ends its edit with the origin `ChangedOrigin::Abstract`; the container then counts.
- * OpenSG's binary reader counts for itself and says `ChangedOrigin::External`. A copy counts once,
- * on its creation, however many threads have a copy of the fields.
+ * References: a reader that works below the interface fills the fields without counting and ends its
+ * edit with the origin `ChangedOrigin::Abstract`; `changed` then counts. OpenSG's reader of `.osb`
+ * counts for itself and says `ChangedOrigin::External`. A copy counts once, on its creation, however
+ * many threads have a copy of the fields.
  */
+// clang-format on
 
 #include <OpenSG/OSGConfig.h>
+
 #include <OpenSG/OSGBaseFunctions.h>
 #include <OpenSG/OSGFieldContainer.h>
 #include <OpenSG/OSGFieldContainerPtr.h>
@@ -172,6 +177,7 @@ OSG_END_NAMESPACE
     Field* field##NAME(void) {                                                                     \
         return &_sf##NAME;                                                                         \
     }
+#define KV_ROW_VALUES_MEMBER(FIELD, NAME, TEXT) KV_ROW_LIST_MEMBER(FIELD, NAME, NAME, TEXT)
 #define KV_ROW_LIST_MEMBER(FIELD, ITEM, NAME, TEXT)                                                \
     FIELD _mf##NAME;                                                                               \
     Field* field##NAME(void) {                                                                     \
@@ -179,6 +185,7 @@ OSG_END_NAMESPACE
     }
 
 #define KV_ROW_COPY(FIELD, NAME, ...) , _sf##NAME(source._sf##NAME)
+#define KV_ROW_VALUES_COPY(FIELD, NAME, TEXT) , _mf##NAME(source._mf##NAME)
 #define KV_ROW_LIST_COPY(FIELD, ITEM, NAME, TEXT) , _mf##NAME(source._mf##NAME)
 
 #define KV_ROW_ACCESS(FIELD, NAME, ...)                                                            \
@@ -190,6 +197,16 @@ OSG_END_NAMESPACE
     }                                                                                              \
     FIELD* getSF##NAME(void) {                                                                     \
         return &_sf##NAME;                                                                         \
+    }
+#define KV_ROW_VALUES_ACCESS(FIELD, NAME, TEXT)                                                    \
+    FIELD& get##NAME(void) {                                                                       \
+        return _mf##NAME;                                                                          \
+    }                                                                                              \
+    const FIELD& get##NAME(void) const {                                                           \
+        return _mf##NAME;                                                                          \
+    }                                                                                              \
+    FIELD* getMF##NAME(void) {                                                                     \
+        return &_mf##NAME;                                                                         \
     }
 #define KV_ROW_POINTER_ACCESS(FIELD, NAME, TEXT)                                                   \
     const kvtable::ValueOf<FIELD>& get##NAME(void) const {                                         \
@@ -232,6 +249,7 @@ OSG_END_NAMESPACE
 
 #define KV_ROW_VISIT(FIELD, NAME, ...)                                                             \
     if (which & NAME##FieldMask) visit(&KvClass::_sf##NAME);
+#define KV_ROW_VALUES_VISIT(FIELD, NAME, TEXT) KV_ROW_LIST_VISIT(FIELD, NAME, NAME, TEXT)
 #define KV_ROW_LIST_VISIT(FIELD, ITEM, NAME, TEXT)                                                 \
     if (which & NAME##FieldMask) visit(&KvClass::_mf##NAME);
 
@@ -253,23 +271,24 @@ OSG_END_NAMESPACE
     typedef CLASS##Ptr Ptr;                                                                        \
     enum {                                                                                         \
         KvBeforeFirst##CLASS = Inherited::NextFieldId - 1,                                         \
-        FIELDS(KV_ROW_ID, KV_ROW_ID, KV_ROW_LIST_ID) NextFieldId                                   \
+        FIELDS(KV_ROW_ID, KV_ROW_ID, KV_ROW_ID, KV_ROW_LIST_ID) NextFieldId                        \
     };                                                                                             \
-    FIELDS(KV_ROW_MASK, KV_ROW_MASK, KV_ROW_LIST_MASK)                                             \
+    FIELDS(KV_ROW_MASK, KV_ROW_MASK, KV_ROW_MASK, KV_ROW_LIST_MASK)                                \
     OSG_FIELD_CONTAINER_DECL(CLASS##Ptr)                                                           \
                                                                                                    \
-    FIELDS(KV_ROW_ACCESS, KV_ROW_POINTER_ACCESS, KV_ROW_LIST_ACCESS)                               \
+    FIELDS(KV_ROW_ACCESS, KV_ROW_VALUES_ACCESS, KV_ROW_POINTER_ACCESS, KV_ROW_LIST_ACCESS)         \
                                                                                                    \
     virtual UInt32 getBinSize(const BitVector& which);                                             \
     virtual void copyToBin(BinaryDataHandler& handler, const BitVector& which);                    \
     virtual void copyFromBin(BinaryDataHandler& handler, const BitVector& which);                  \
                                                                                                    \
   protected:                                                                                       \
-    FIELDS(KV_ROW_MEMBER, KV_ROW_MEMBER, KV_ROW_LIST_MEMBER)                                       \
+    FIELDS(KV_ROW_MEMBER, KV_ROW_VALUES_MEMBER, KV_ROW_MEMBER, KV_ROW_LIST_MEMBER)                 \
                                                                                                    \
     CLASS(void) {}                                                                                 \
     CLASS(const CLASS& source)                                                                     \
-        : Inherited(source) FIELDS(KV_ROW_COPY, KV_ROW_COPY, KV_ROW_LIST_COPY) INITIALISERS() {}   \
+        : Inherited(source) FIELDS(KV_ROW_COPY, KV_ROW_VALUES_COPY, KV_ROW_COPY, KV_ROW_LIST_COPY) \
+              INITIALISERS() {}                                                                    \
     virtual ~CLASS(void) {}                                                                        \
                                                                                                    \
     /* Not virtual in OpenSG: found by name in the class that is created. */                       \
@@ -291,11 +310,11 @@ OSG_END_NAMESPACE
                                                                                                    \
     template <class Visitor>                                                                       \
     static void eachField([[maybe_unused]] BitVector which, [[maybe_unused]] Visitor visit) {      \
-        FIELDS(KV_ROW_VISIT, KV_ROW_VISIT, KV_ROW_LIST_VISIT)                                      \
+        FIELDS(KV_ROW_VISIT, KV_ROW_VALUES_VISIT, KV_ROW_VISIT, KV_ROW_LIST_VISIT)                 \
     }                                                                                              \
     template <class Visitor>                                                                       \
     static void eachReference([[maybe_unused]] BitVector which, [[maybe_unused]] Visitor visit) {  \
-        FIELDS(KV_ROW_NOTHING, KV_ROW_VISIT, KV_ROW_LIST_VISIT)                                    \
+        FIELDS(KV_ROW_NOTHING, KV_ROW_NOTHING, KV_ROW_VISIT, KV_ROW_LIST_VISIT)                    \
     }                                                                                              \
                                                                                                    \
   public:
@@ -324,8 +343,8 @@ OSG_END_NAMESPACE
 /// In one .cpp, inside namespace osg. The static descriptions end with an entry that is not
 /// counted, so that a table may be empty.
 #define KV_CONTAINER_DEF(CLASS, PARENT, FIELDS)                                                    \
-    FieldDescription* CLASS::_desc[] = {                                                           \
-        FIELDS(KV_ROW_DESCRIPTION, KV_ROW_DESCRIPTION, KV_ROW_LIST_DESCRIPTION) NULL};             \
+    FieldDescription* CLASS::_desc[] = {FIELDS(KV_ROW_DESCRIPTION, KV_ROW_DESCRIPTION,             \
+                                               KV_ROW_DESCRIPTION, KV_ROW_LIST_DESCRIPTION) NULL}; \
     FieldContainerType CLASS::_type(#CLASS, #PARENT, NULL, &CLASS::makePrototype, NULL, _desc,     \
                                     static_cast<UInt32>(sizeof(_desc) - sizeof(_desc[0])));        \
     OSG_FIELD_CONTAINER_DEF(CLASS, CLASS##Ptr)                                                     \

@@ -14,7 +14,7 @@ OSG_BEGIN_NAMESPACE
 class LightGeoAttachment;
 typedef FCPtr<AttachmentPtr, LightGeoAttachment> LightGeoAttachmentPtr;
 
-#define KV_LIGHT_GEO_ATTACHMENT_FIELDS(VALUE, POINTER, LIST)                                       \
+#define KV_LIGHT_GEO_ATTACHMENT_FIELDS(VALUE, VALUES, POINTER, LIST)                               \
     VALUE(SFBool, IsLightGeometry, "isLightGeometry")
 
 /// On a node with a geometry core: tells whether the geometry stands for a light, which has its

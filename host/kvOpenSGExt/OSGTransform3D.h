@@ -14,7 +14,7 @@ OSG_BEGIN_NAMESPACE
 class Transform3D;
 typedef FCPtr<ComponentTransformPtr, Transform3D> Transform3DPtr;
 
-#define KV_TRANSFORM_3D_FIELDS(VALUE, POINTER, LIST) VALUE(SFVec3f, EulerR, "eulerR")
+#define KV_TRANSFORM_3D_FIELDS(VALUE, VALUES, POINTER, LIST) VALUE(SFVec3f, EulerR, "eulerR")
 
 /// The angles that the rotation was made from last are no field: they tell an edit that changed the
 /// angles from one that only named them.

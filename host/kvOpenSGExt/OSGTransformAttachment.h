@@ -15,7 +15,7 @@ OSG_BEGIN_NAMESPACE
 class TransformAttachment;
 typedef FCPtr<AttachmentPtr, TransformAttachment> TransformAttachmentPtr;
 
-#define KV_TRANSFORM_ATTACHMENT_FIELDS(VALUE, POINTER, LIST)                                       \
+#define KV_TRANSFORM_ATTACHMENT_FIELDS(VALUE, VALUES, POINTER, LIST)                               \
     VALUE(SFVec3f, RotationAngles, "rotationAngles")                                               \
     VALUE(SFInt32, RotationOrder, "rotationOrder")
 

@@ -2,6 +2,11 @@
 // the build files), and with it the types, which register themselves when the program or library is
 // loaded.
 #include "OSGAnimationAttachment.h"
+#include "OSGAnimAttachment.h"
+#include "OSGAnimBlock.h"
+#include "OSGAnimClip.h"
+#include "OSGAnimCurve.h"
+#include "OSGAnimNode.h"
 #include "OSGCameraSetting.h"
 #include "OSGLightGeoAttachment.h"
 #include "OSGTransform3D.h"
@@ -11,11 +16,21 @@ extern "C" KV_OPENSG_EXT_API int kvOpenSGExtTypes();
 
 /// How many container types this library registers.
 int kvOpenSGExtTypes() {
-    const osg::FieldContainerType* const types[] = {
-        &osg::AnimationAttachment::getClassType(), &osg::AnimationClip::getClassType(),
-        &osg::AnimationTrack::getClassType(),      &osg::AnimationBlock::getClassType(),
-        &osg::AnimationCurve::getClassType(),      &osg::AnimationControlPoint::getClassType(),
-        &osg::CameraSetting::getClassType(),       &osg::LightGeoAttachment::getClassType(),
-        &osg::Transform3D::getClassType(),         &osg::TransformAttachment::getClassType()};
+    const osg::FieldContainerType* const types[] = {&osg::AnimationAttachment::getClassType(),
+                                                    &osg::AnimationClip::getClassType(),
+                                                    &osg::AnimationTrack::getClassType(),
+                                                    &osg::AnimationBlock::getClassType(),
+                                                    &osg::AnimationCurve::getClassType(),
+                                                    &osg::AnimationControlPoint::getClassType(),
+                                                    &osg::CameraSetting::getClassType(),
+                                                    &osg::LightGeoAttachment::getClassType(),
+                                                    &osg::AnimAttachment::getClassType(),
+                                                    &osg::AnimBlock::getClassType(),
+                                                    &osg::AnimClip::getClassType(),
+                                                    &osg::AnimCurve::getClassType(),
+                                                    &osg::AnimNode::getClassType(),
+                                                    &osg::AnimObject::getClassType(),
+                                                    &osg::Transform3D::getClassType(),
+                                                    &osg::TransformAttachment::getClassType()};
     return static_cast<int>(sizeof(types) / sizeof(types[0]));
 }

@@ -1,4 +1,6 @@
 // Start and end of the library.
+#include "OSGSceneClasses.h"
+
 #include <OpenSG/OSGBaseFunctions.h>
 #include <OpenSG/OSGFieldContainerFactory.h>
 #include <OpenSG/OSGLog.h>
@@ -29,6 +31,7 @@ bool osgInit(Int32, Char8**, UInt16 major, UInt16 minor, UInt16) {
                << std::endl;
         return false;
     }
+    if (!detail::linkSceneClasses()) return false;
     GlobalSystemState = Running;
     FieldContainerFactory::the()->initializePending();
     std::atexit(&exitAtEndOfProgram);

@@ -60,9 +60,7 @@ void kvAnimationCurve::set(std::string newName, const std::vector<kvControlPoint
 
 void kvAnimationCurve::moveCPTo(kvControlPoint* cp, float x, float y) {
     if (cp == nullptr) return;
-    const kvControlPoint::Point point = cp->point;
-    const kvControlPoint::Point in = cp->inTangent;
-    const kvControlPoint::Point out = cp->outTangent;
+    const kvControlPoint before(*cp);
     const kvControlPoint::Point target{static_cast<double>(x), static_cast<double>(y)};
     const std::size_t index = indexOf(cp);
     if (index != kNone) {
@@ -78,12 +76,21 @@ void kvAnimationCurve::moveCPTo(kvControlPoint* cp, float x, float y) {
         computeTangentsExtended(*cp);
         return;
     }
+    carryHandles(*cp, before, x, y);
+}
+
+// Gives cp the handles that the key `before` had, as far from (x, y) as they were from that key.
+void kvAnimationCurve::carryHandles(kvControlPoint& cp, const kvControlPoint& before, float x,
+                                    float y) {
+    const kvControlPoint::Point& point = before.point;
+    const kvControlPoint::Point& in = before.inTangent;
+    const kvControlPoint::Point& out = before.outTangent;
     // The distance of the incoming handle is added, not subtracted, so that this handle changes
     // sides. That is deliberate.
-    cp->inTangent = {static_cast<double>(static_cast<float>(point.x - in.x) + x),
-                     static_cast<double>(static_cast<float>(point.y - in.y) + y)};
-    cp->outTangent = {static_cast<double>(static_cast<float>(out.x - point.x) + x),
-                      static_cast<double>(static_cast<float>(out.y - point.y) + y)};
+    cp.inTangent = {static_cast<double>(static_cast<float>(point.x - in.x) + x),
+                    static_cast<double>(static_cast<float>(point.y - in.y) + y)};
+    cp.outTangent = {static_cast<double>(static_cast<float>(out.x - point.x) + x),
+                     static_cast<double>(static_cast<float>(out.y - point.y) + y)};
 }
 
 // Maps every frame f of keys and handles to (f - start) / span * newSpan + newStart, in single

@@ -99,12 +99,9 @@ void kvAnimationManager2::setTangentLength(int length) {
 }
 
 void kvAnimationManager2::changeFrameOfSelectedCPs(float frame) {
-    forEachCurve(_selectedCurves, [=](kvAnimationCurve& curve) {
-        // The places are taken once. Every move sorts the keys, so that a place may hold another
-        // key when its turn comes; that one is moved then, as the editor expects.
-        for (kvControlPoint* key : curve.getSelectedCPs())
-            curve.moveCPTo(key, frame, static_cast<float>(key->getPoint().y));
-    });
+    // By place: every move sorts the keys, so that a place may hold another key when its turn
+    // comes.
+    forEachCurve(_selectedCurves, [=](kvAnimationCurve& curve) { curve.moveSelectedCPs(frame); });
 }
 
 void kvAnimationManager2::changeValueOfSelectedCPs(float value) {

@@ -232,7 +232,7 @@ TEST(StoredContainers, theIdHasATextFormOfAllItsDigits) {
 }
 
 TEST(StoredContainers, allAreRegistered) {
-    EXPECT_EQ(kvOpenSGExtTypes(), 10);
+    EXPECT_EQ(kvOpenSGExtTypes(), 16);
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// Clips at a frame: which sub-clips and blocks count, in which order, with which flags, and that the
-// fast evaluation leaves records and tracks exactly as the plain one does.
+// Clips at a frame: which sub-clips and blocks count, in which order, with which flags, and that
+// the fast evaluation leaves records and tracks exactly as the plain one does.
 
 #include "manager/fixture.h"
 #include "manager/frameEvaluation.h"
@@ -29,13 +29,15 @@ kvAnimationBlock* namedBlock(const std::string& name, float start, float end) {
 
 Names names(const Fields& fields) {
     Names result;
-    for (const auto& field : fields) result.push_back(field.fieldName);
+    for (const auto& field : fields)
+        result.push_back(field.fieldName);
     return result;
 }
 
 Names names(const Maps& maps) {
     Names result;
-    for (const auto& map : maps) result.push_back(map.attribute);
+    for (const auto& map : maps)
+        result.push_back(map.attribute);
     return result;
 }
 
@@ -66,7 +68,8 @@ TEST_F(ClipEvaluation, subclipsComeBeforeBlocksEachInOrderOfStart) {
 
 TEST_F(ClipEvaluation, itemsThatStartTogetherKeepTrackOrder) {
     kvAnimationClip* top = clip("top");
-    for (const char* name : {"c", "a", "b"}) top->addBlock(namedBlock(name, 0, 20));
+    for (const char* name : {"c", "a", "b"})
+        top->addBlock(namedBlock(name, 0, 20));
     EXPECT_EQ(at(top, 10), (Names{"c", "a", "b"}));
     EXPECT_EQ(mapsAt(top, 10), (Names{"c", "a", "b"}));
 }
@@ -186,7 +189,8 @@ TEST_F(ClipEvaluation, recordsAreAppendedBehindWhatIsThere) {
 TEST_F(ClipEvaluation, anEmptyClipGivesNothing) {
     kvAnimationClip* top = clip("top");
     EXPECT_TRUE(at(top, 0).empty());
-    for (int i = 0; i < 1000; ++i) top->createTrack();
+    for (int i = 0; i < 1000; ++i)
+        top->createTrack();
     EXPECT_TRUE(at(top, 0).empty());
     EXPECT_TRUE(mapsAt(top, 0).empty());
 }
@@ -202,7 +206,8 @@ class RandomClip {
         auto* made = new kvAnimationClip("clip" + std::to_string(_count++));
         made->setActive(!one(6));
         const int tracks = upTo(4);
-        for (int t = 0; t < tracks; ++t) fill(*made, made->createTrack(), depth);
+        for (int t = 0; t < tracks; ++t)
+            fill(*made, made->createTrack(), depth);
         // Moved after they were sorted in, so that evaluation meets lists out of order.
         for (kvAnimationTrack* track : made->getTracks()) {
             for (kvAnimationBlock* block : track->getBlocks()) {
@@ -222,10 +227,13 @@ class RandomClip {
     bool one(int in) { return upTo(in) == 0; }
 
     void fill(kvAnimationClip& into, int track, int depth) {
-        for (int i = upTo(4); i > 0; --i) into.insertBlock(makeBlock(), track);
-        for (int i = upTo(3); i > 0; --i) into.insertSequence(makeSequence(), track);
+        for (int i = upTo(4); i > 0; --i)
+            into.insertBlock(makeBlock(), track);
+        for (int i = upTo(3); i > 0; --i)
+            into.insertSequence(makeSequence(), track);
         if (depth > 0) {
-            for (int i = upTo(3); i > 0; --i) into.insertSubclip(make(depth - 1), track);
+            for (int i = upTo(3); i > 0; --i)
+                into.insertSubclip(make(depth - 1), track);
         }
     }
 
@@ -233,14 +241,16 @@ class RandomClip {
         auto* made = new kvAnimationBlock("block" + std::to_string(_count++));
         made->setActive(!one(5));
         made->setMotionBlur(one(2));
-        for (int i = upTo(4); i > 0; --i) made->addCurve(one(8) ? nullptr : makeCurve());
+        for (int i = upTo(4); i > 0; --i)
+            made->addCurve(one(8) ? nullptr : makeCurve());
         return made;
     }
 
     kvAnimationCurve* makeCurve() {
         const std::string name = "curve" + std::to_string(_count++);
         Keys keys;
-        for (int i = upTo(4); i > 0; --i) keys.emplace_back(frame(), static_cast<float>(_count));
+        for (int i = upTo(4); i > 0; --i)
+            keys.emplace_back(frame(), static_cast<float>(_count));
         if (one(12)) keys.emplace_back(kNaN, 5.0F);
         kvAnimationCurve* made = newCurve(name, keys);
         kvAnimationUtils2::AnimationField field;
@@ -264,10 +274,12 @@ void appendLayout(const kvAnimationClip& clip, std::string& text) {
     text += clip.getName() + "(";
     for (const kvAnimationTrack* track : clip.getTracks()) {
         text += "[";
-        for (const kvAnimationBlock* block : track->getBlocks()) text += block->getBlockName() + " ";
+        for (const kvAnimationBlock* block : track->getBlocks())
+            text += block->getBlockName() + " ";
         for (const kvAnimationSequence2* item : track->getSequences())
             text += item->getSequence() + " ";
-        for (const kvAnimationClip* subclip : track->getClips()) appendLayout(*subclip, text);
+        for (const kvAnimationClip* subclip : track->getClips())
+            appendLayout(*subclip, text);
         text += "]";
     }
     text += ")";
@@ -279,7 +291,9 @@ std::string layout(const kvAnimationClip& clip) {
     return text;
 }
 
-bool sameBits(float a, float b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+bool sameBits(float a, float b) {
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
 
 void expectSame(const Fields& actual, const Fields& expected) {
     ASSERT_EQ(names(actual), names(expected));
@@ -295,7 +309,8 @@ void expectSame(const Maps& actual, const Maps& expected) {
 
 std::vector<float> frames() {
     std::vector<float> result{kNaN, kInf, -kInf, 1.0e23F, -1.0e23F, 99999.0F, -99999.0F};
-    for (int half = -40; half <= 70; ++half) result.push_back(static_cast<float>(half) / 2.0F);
+    for (int half = -40; half <= 70; ++half)
+        result.push_back(static_cast<float>(half) / 2.0F);
     return result;
 }
 
@@ -311,7 +326,8 @@ TEST_F(ClipEvaluation, randomClipsGiveTheRecordsAndTheOrderOfThePlainModel) {
             SCOPED_TRACE(all[i]);
             const bool motionBlurOnly = (i + seed) % 5 == 0;
             const bool ignoreActivity = (i + seed) % 3 == 0;
-            const Fields expected = literalFields(plain.get(), all[i], motionBlurOnly, ignoreActivity);
+            const Fields expected =
+                literalFields(plain.get(), all[i], motionBlurOnly, ignoreActivity);
             expectSame(manager.getUpdatedAnimationFields(fast.get(), all[i], motionBlurOnly,
                                                          ignoreActivity),
                        expected);
@@ -359,7 +375,8 @@ TEST_F(ClipEvaluation, clipsNestedADozenDeepAreEvaluatedInOneWalk) {
     // depth; told once, it is instant.
     kvAnimationClip* top = clip("top");
     kvAnimationClip* at12 = top;
-    for (int depth = 0; depth < 12; ++depth) at12 = at12->newSubclip();
+    for (int depth = 0; depth < 12; ++depth)
+        at12 = at12->newSubclip();
     at12->addBlock(namedBlock("deep", 0, 10));
     EXPECT_EQ(at(top, 5), (Names{"deep"}));
     EXPECT_EQ(at(top, 50), (Names{"deep"}));

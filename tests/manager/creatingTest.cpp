@@ -145,7 +145,8 @@ TEST_F(Creating, aCopyDrawsForItselfItsCurvesAndItsRegistration) {
     kvAnimationBlock* source = block("original", 0, 10);
     source->addCurve(newCurve("second", {}));
     // Drawing can collide, which records more values; counted by the generator's own bookkeeping
-    // this is exact only without a collision, so compare with the same draws from a store of its own.
+    // this is exact only without a collision, so compare with the same draws from a store of its
+    // own.
     std::srand(4711);
     kv::detail::IdentifierStore reference(&std::rand);
     const std::uint64_t block1 = reference.create();

@@ -11,6 +11,8 @@ SceneTest::SceneTest() : root(osg::Node::create()) {
     osg::endEditCP(root, osg::Node::CoreFieldMask);
 }
 
-SceneTest::~SceneTest() { osg::subRefCP(root); }
+SceneTest::~SceneTest() {
+    osg::subRefCP(root);
+}
 
 } // namespace kv::test

@@ -82,8 +82,7 @@ class ManagerTest : public ::testing::Test {
 
     /// A held curve that lives as long as the test; not registered.
     kvAnimationCurve* curve(const std::string& attribute, const Keys& keys) {
-        _curves.emplace_back(newCurve(attribute, keys));
-        return _curves.back().get();
+        return keep(newCurve(attribute, keys));
     }
 
     /// The same, in the curve list.
@@ -95,6 +94,11 @@ class ManagerTest : public ::testing::Test {
 
     kvAnimationBlock* block(const std::string& name, float start, float end) {
         return keep(newBlock(name, start, end));
+    }
+
+    kvAnimationCurve* keep(kvAnimationCurve* made) {
+        _curves.emplace_back(made);
+        return made;
     }
 
     kvAnimationBlock* keep(kvAnimationBlock* made) {

@@ -1,8 +1,8 @@
 // Values at a frame for curves and blocks: what is dropped, what is kept, and the hold rule just
 // inside and just outside of each of its limits.
 
-#include "manager/fixture.h"
 #include "manager/frameEvaluation.h"
+#include "manager/fixture.h"
 
 #include <OpenSG/OSGGroup.h>
 
@@ -30,7 +30,8 @@ class Evaluation : public SceneTest {
 
     static std::vector<std::string> names(const Fields& fields) {
         std::vector<std::string> result;
-        for (const auto& field : fields) result.push_back(field.fieldName);
+        for (const auto& field : fields)
+            result.push_back(field.fieldName);
         return result;
     }
 
@@ -94,8 +95,7 @@ TEST_F(Evaluation, mapsOfABlockIgnoreItsFlagsAndRange) {
     made->setActive(false);
     EXPECT_EQ(manager.computeCurveValues(made, 0.0F).size(), 1U);
     EXPECT_EQ(manager.computeCurveValues(made, 99.0F).size(), 1U);
-    EXPECT_TRUE(
-        manager.computeCurveValues(static_cast<kvAnimationBlock*>(nullptr), 0.0F).empty());
+    EXPECT_TRUE(manager.computeCurveValues(static_cast<kvAnimationBlock*>(nullptr), 0.0F).empty());
 }
 
 TEST_F(Evaluation, onlyTheValueOfTheCopiedRecordChanges) {
@@ -181,7 +181,9 @@ TEST_F(HoldRule, beforeTheStartOnlyThoseThatStartThereHoldTheirFirstValue) {
     EXPECT_EQ(at(-std::numeric_limits<float>::infinity()), (Names{"early", "whole"}));
 }
 
-TEST_F(HoldRule, noChildCountsAtANaNFrame) { EXPECT_TRUE(at(kNaN).empty()); }
+TEST_F(HoldRule, noChildCountsAtANaNFrame) {
+    EXPECT_TRUE(at(kNaN).empty());
+}
 
 TEST_F(Evaluation, theBlockOfTwoCurvesHoldsOnlyTheOneThatEndsLast) {
     auto* made = keep(new kvAnimationBlock("b"));
@@ -198,8 +200,8 @@ TEST_F(Evaluation, theBlockOfTwoCurvesHoldsOnlyTheOneThatEndsLast) {
 }
 
 TEST_F(Evaluation, aKeylessCurveEntersTheRangeWithItsInvertedPair) {
-    // 99999 as start and -99999 as end never widen a range of ordinary frames, but they do widen one
-    // that lies beyond them: here the end is -99999, so the keyed curve ends before it.
+    // 99999 as start and -99999 as end never widen a range of ordinary frames, but they do widen
+    // one that lies beyond them: here the end is -99999, so the keyed curve ends before it.
     kvAnimationCurve* keyed = bound(curve("", {{-300000, 1}, {-200000, 2}}), "keyed");
     manager.setSelectedCurves({keyed});
     EXPECT_EQ(names(manager.getUpdatedAnimationFields(0)), (Names{"keyed"}));

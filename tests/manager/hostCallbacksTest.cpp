@@ -95,11 +95,11 @@ TEST_F(Host, theCameraCallbacksAreAskedForTheActiveCamera) {
         at.setValues(4, 5, 6);
         up.setValues(0, 0, 1);
     });
-    Manager::setFromAtUpCB([](int camera, const osg::Pnt3f& from, const osg::Pnt3f&,
-                              const osg::Vec3f&) {
-        toldFor = camera;
-        told = from;
-    });
+    Manager::setFromAtUpCB(
+        [](int camera, const osg::Pnt3f& from, const osg::Pnt3f&, const osg::Vec3f&) {
+            toldFor = camera;
+            told = from;
+        });
     osg::Pnt3f from;
     osg::Pnt3f at;
     osg::Vec3f up;

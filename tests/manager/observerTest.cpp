@@ -33,14 +33,14 @@ class Observer : public ManagerTest {
             at = camera().at;
             up = camera().up;
         });
-        Manager::setFromAtUpCB([](int number, const osg::Pnt3f& from, const osg::Pnt3f& at,
-                                  const osg::Vec3f& up) {
-            camera().from = from;
-            camera().at = at;
-            camera().up = up;
-            camera().number = number;
-            ++camera().told;
-        });
+        Manager::setFromAtUpCB(
+            [](int number, const osg::Pnt3f& from, const osg::Pnt3f& at, const osg::Vec3f& up) {
+                camera().from = from;
+                camera().at = at;
+                camera().up = up;
+                camera().number = number;
+                ++camera().told;
+            });
     }
 
     static void zUp() {
@@ -139,8 +139,8 @@ TEST_F(Observer, anglesWithinAMillionthOfStraightCountAsStraight) {
     // The cosine of 0.05 degrees is 1 - 3.8e-7, of 0.1 degrees 1 - 1.5e-6.
     const auto stand = [](double degree) {
         const double a = degree * 3.14159265358979 / 180.0;
-        camera().from = osg::Pnt3f(static_cast<float>(std::cos(a)), 0,
-                                   static_cast<float>(std::sin(a)));
+        camera().from =
+            osg::Pnt3f(static_cast<float>(std::cos(a)), 0, static_cast<float>(std::sin(a)));
     };
     stand(0.05);
     EXPECT_EQ(Manager::computeObserverDegree(), 0.0F);

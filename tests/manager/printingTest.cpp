@@ -38,10 +38,11 @@ std::string nodeText(const osg::NodePtr& node) {
 }
 
 TEST_F(Printing, anEmptyRegistryPrintsFourLines) {
-    EXPECT_EQ(printed(manager), "#---------------------kvAnimationManager2-----------------------#\n"
-                                "# AnimCurves: 0\n"
-                                "# AnimBlocks: 0\n"
-                                "# AnimClips: 0\n");
+    EXPECT_EQ(printed(manager),
+              "#---------------------kvAnimationManager2-----------------------#\n"
+              "# AnimCurves: 0\n"
+              "# AnimBlocks: 0\n"
+              "# AnimClips: 0\n");
 }
 
 TEST_F(Printing, curvesPrintTheirKeysNumberedFromZero) {
@@ -49,14 +50,15 @@ TEST_F(Printing, curvesPrintTheirKeysNumberedFromZero) {
     kvAnimationCurve* second = registeredCurve("visible", {});
     first->setId(11);
     second->setId(12);
-    EXPECT_EQ(printed(manager), "#---------------------kvAnimationManager2-----------------------#\n"
-                                "# AnimCurves: 2\n"
-                                "#  - id: 11 attribute: translateX\n"
-                                "   - cp0 x: 0 y: 1.5\n"
-                                "   - cp1 x: 10.25 y: -2\n"
-                                "#  - id: 12 attribute: visible\n"
-                                "# AnimBlocks: 0\n"
-                                "# AnimClips: 0\n");
+    EXPECT_EQ(printed(manager),
+              "#---------------------kvAnimationManager2-----------------------#\n"
+              "# AnimCurves: 2\n"
+              "#  - id: 11 attribute: translateX\n"
+              "   - cp0 x: 0 y: 1.5\n"
+              "   - cp1 x: 10.25 y: -2\n"
+              "#  - id: 12 attribute: visible\n"
+              "# AnimBlocks: 0\n"
+              "# AnimClips: 0\n");
 }
 
 TEST_F(Printing, blocksPrintRangeAndCurvesWithoutKeys) {
@@ -66,20 +68,21 @@ TEST_F(Printing, blocksPrintRangeAndCurvesWithoutKeys) {
     manager.addAnimationBlock(made);
     made->setId(21);
     made->getLastInsertedCurve()->setId(22);
-    const std::string expected = "#---------------------kvAnimationManager2-----------------------#\n"
-                                 "# AnimCurves: 0\n"
-                                 "# AnimBlocks: 1\n"
-                                 "#  - id: 21 name: Door\n"
-                                 "#  - pointer: " +
-                                 addressOf(made) +
-                                 "\n"
-                                 "#  - apNode: " +
-                                 nodeText(node) +
-                                 "\n"
-                                 "#    - begin: 5 end: 12.5 duration: 7.5\n"
-                                 "#  - BlockCurves: 1\n"
-                                 "#    - id: 22 attribute: Door\n"
-                                 "# AnimClips: 0\n";
+    const std::string expected =
+        "#---------------------kvAnimationManager2-----------------------#\n"
+        "# AnimCurves: 0\n"
+        "# AnimBlocks: 1\n"
+        "#  - id: 21 name: Door\n"
+        "#  - pointer: " +
+        addressOf(made) +
+        "\n"
+        "#  - apNode: " +
+        nodeText(node) +
+        "\n"
+        "#    - begin: 5 end: 12.5 duration: 7.5\n"
+        "#  - BlockCurves: 1\n"
+        "#    - id: 22 attribute: Door\n"
+        "# AnimClips: 0\n";
     EXPECT_EQ(withoutVariableAddresses(printed(manager)), expected);
 }
 
@@ -97,36 +100,37 @@ TEST_F(Printing, clipsPrintTheBlocksOfTheirOwnTracksInOrderOfStartWithKeys) {
     late->getLastInsertedCurve()->setId(34);
     early->getLastInsertedCurve()->setId(35);
     const std::string none = nodeText(osg::NullFC);
-    const std::string expected = "#---------------------kvAnimationManager2-----------------------#\n"
-                                 "# AnimCurves: 0\n"
-                                 "# AnimBlocks: 0\n"
-                                 "# AnimClips: 1\n"
-                                 "#  - id: 31 name: Walk\n"
-                                 "#  - ClipBlocks: 2\n"
-                                 "#    - id: 33 name: early\n"
-                                 "#    - pointer: " +
-                                 addressOf(early) +
-                                 "\n"
-                                 "#    - apNode: " +
-                                 none +
-                                 "\n"
-                                 "#    - begin: 0 end: 10 duration: 10\n"
-                                 "#    - ClipBlockCurves: 1\n"
-                                 "#      - id: 35 attribute: early\n"
-                                 "#        - pos: 0 1\n"
-                                 "#        - pos: 10 2\n"
-                                 "#    - id: 32 name: late\n"
-                                 "#    - pointer: " +
-                                 addressOf(late) +
-                                 "\n"
-                                 "#    - apNode: " +
-                                 none +
-                                 "\n"
-                                 "#    - begin: 20 end: 30 duration: 10\n"
-                                 "#    - ClipBlockCurves: 1\n"
-                                 "#      - id: 34 attribute: late\n"
-                                 "#        - pos: 20 1\n"
-                                 "#        - pos: 30 2\n";
+    const std::string expected =
+        "#---------------------kvAnimationManager2-----------------------#\n"
+        "# AnimCurves: 0\n"
+        "# AnimBlocks: 0\n"
+        "# AnimClips: 1\n"
+        "#  - id: 31 name: Walk\n"
+        "#  - ClipBlocks: 2\n"
+        "#    - id: 33 name: early\n"
+        "#    - pointer: " +
+        addressOf(early) +
+        "\n"
+        "#    - apNode: " +
+        none +
+        "\n"
+        "#    - begin: 0 end: 10 duration: 10\n"
+        "#    - ClipBlockCurves: 1\n"
+        "#      - id: 35 attribute: early\n"
+        "#        - pos: 0 1\n"
+        "#        - pos: 10 2\n"
+        "#    - id: 32 name: late\n"
+        "#    - pointer: " +
+        addressOf(late) +
+        "\n"
+        "#    - apNode: " +
+        none +
+        "\n"
+        "#    - begin: 20 end: 30 duration: 10\n"
+        "#    - ClipBlockCurves: 1\n"
+        "#      - id: 34 attribute: late\n"
+        "#        - pos: 20 1\n"
+        "#        - pos: 30 2\n";
     EXPECT_EQ(withoutVariableAddresses(printed(manager)), expected);
 }
 
@@ -134,10 +138,11 @@ TEST_F(Printing, nullsInTheListsAreCountedAndSteppedOver) {
     manager.getAnimCurves()->push_back(nullptr);
     manager.getBlocks()->push_back(nullptr);
     manager.getClips()->push_back(nullptr);
-    EXPECT_EQ(printed(manager), "#---------------------kvAnimationManager2-----------------------#\n"
-                                "# AnimCurves: 1\n"
-                                "# AnimBlocks: 1\n"
-                                "# AnimClips: 1\n");
+    EXPECT_EQ(printed(manager),
+              "#---------------------kvAnimationManager2-----------------------#\n"
+              "# AnimCurves: 1\n"
+              "# AnimBlocks: 1\n"
+              "# AnimClips: 1\n");
 }
 
 TEST_F(Printing, aBlockWhoseNodeWasDestroyedPrintsTheNullNode) {
@@ -146,8 +151,9 @@ TEST_F(Printing, aBlockWhoseNodeWasDestroyedPrintsTheNullNode) {
     made->setAppropriateNode(node);
     manager.addAnimationBlock(made);
     removeNode(root, node);
-    EXPECT_NE(withoutVariableAddresses(printed(manager)).find("#  - apNode: " + nodeText(osg::NullFC)),
-              std::string::npos);
+    EXPECT_NE(
+        withoutVariableAddresses(printed(manager)).find("#  - apNode: " + nodeText(osg::NullFC)),
+        std::string::npos);
 }
 
 } // namespace

@@ -11,7 +11,9 @@ namespace {
 
 using Registry = ManagerTest;
 
-std::size_t issuedCount() { return kv::detail::identifierStore().issued().size(); }
+std::size_t issuedCount() {
+    return kv::detail::identifierStore().issued().size();
+}
 
 TEST_F(Registry, aFreshManagerIsEmptyAndDirty) {
     kvAnimationManager2 fresh;
@@ -141,7 +143,8 @@ TEST_F(Registry, subClipRemovesEveryClipWithThatId) {
     kvAnimationClip* first = clip("a");
     kvAnimationClip* other = clip("b");
     kvAnimationClip* second = clip("c");
-    for (kvAnimationClip* each : {first, other, second}) manager.addClip(each);
+    for (kvAnimationClip* each : {first, other, second})
+        manager.addClip(each);
     first->setId(5);
     second->setId(5);
     other->setId(6);
@@ -192,7 +195,8 @@ TEST_F(Registry, subAnimationBlockWithClipsTakesItFromTheFirstClipThatHoldsIt) {
     kvAnimationBlock* kept = newBlock("b", 0, 1);
     inner->addBlock(removed.get());
     last->addBlock(kept);
-    for (kvAnimationClip* each : {empty, outer, last}) manager.addClip(each);
+    for (kvAnimationClip* each : {empty, outer, last})
+        manager.addClip(each);
     removed->setId(9);
     kept->setId(9);
     manager.subAnimationBlock(9UL, true);

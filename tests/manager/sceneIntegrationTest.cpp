@@ -72,10 +72,9 @@ TEST_F(Scene, nullAndCorelessNodesHaveNoAnimationNode) {
 }
 
 TEST_F(Scene, aTransformOfAnyKindIsItsOwnTransformNode) {
-    for (const osg::NodeCorePtr& core :
-         {osg::NodeCorePtr(osg::Transform::create()),
-          osg::NodeCorePtr(osg::ComponentTransform::create()),
-          osg::NodeCorePtr(osg::Transform3D::create())}) {
+    for (const osg::NodeCorePtr& core : {osg::NodeCorePtr(osg::Transform::create()),
+                                         osg::NodeCorePtr(osg::ComponentTransform::create()),
+                                         osg::NodeCorePtr(osg::Transform3D::create())}) {
         const osg::NodePtr node = addNode(root, core);
         EXPECT_TRUE(Manager::resolveTransformNode(node) == node);
         const osg::NodePtr child = addNode(node, osg::Group::create());
@@ -179,7 +178,8 @@ class SceneBlocks : public SceneTest {
     ~SceneBlocks() override {
         for (const osg::NodePtr& node : {root, transform, geometry})
             kvAnimationAttachmentInteraction::cleanAnimationAttachment(node, false);
-        for (kvAnimationBlock* each : Manager::_animationBlocks) delete each;
+        for (kvAnimationBlock* each : Manager::_animationBlocks)
+            keep(each);
         Manager::_animationBlocks.clear();
     }
 
@@ -193,7 +193,8 @@ class SceneBlocks : public SceneTest {
 
     static std::vector<std::string> names(const std::vector<kvAnimationBlock*>& blocks) {
         std::vector<std::string> result;
-        for (const kvAnimationBlock* each : blocks) result.push_back(each->getBlockName());
+        for (const kvAnimationBlock* each : blocks)
+            result.push_back(each->getBlockName());
         return result;
     }
 
@@ -271,11 +272,11 @@ TEST_F(SceneBlocks, theListIsBuiltDepthFirstFromTheAttachments) {
     sceneBlock("onRoot2", root);
     // Stored on the nodes themselves, not through getAnimationNode.
     for (kvAnimationBlock* each : Manager::_animationBlocks) {
+        keep(each);
         kvAnimationAttachmentInteraction::createNewAnimationAttachment(each->getAppropriateNode(),
                                                                        false);
         kvAnimationAttachmentInteraction::addBlockToAnimAttachment(each->getAppropriateNode(), each,
                                                                    false);
-        delete each;
     }
     Manager::_animationBlocks.clear();
     Manager::buildAnimationBlockList(root);

@@ -30,15 +30,13 @@ class Storing : public SceneTest {
     ~Storing() override {
         for (const osg::NodePtr& node : {root, transform, geometry, group, under})
             Storage::cleanAnimationAttachment(node, false);
-        for (kvAnimationCurve* each : *manager.getAnimCurves()) {
-            if (_loaded) delete each;
-        }
-        for (kvAnimationBlock* each : *manager.getBlocks()) {
-            if (_loaded) delete each;
-        }
-        for (kvAnimationClip* each : *manager.getClips()) {
-            if (_loaded) delete each;
-        }
+        if (!_loaded) return;
+        for (kvAnimationCurve* each : *manager.getAnimCurves())
+            keep(each);
+        for (kvAnimationBlock* each : *manager.getBlocks())
+            keep(each);
+        for (kvAnimationClip* each : *manager.getClips())
+            keep(each);
     }
 
     kvAnimationCurve* curveOf(const osg::NodePtr& node, const std::string& attribute) {
@@ -252,8 +250,9 @@ TEST_F(Storing, cameraAnimationsAreSharedWithTheOtherNode) {
     EXPECT_EQ(storedBlocks(transform), (Names{"A"}));
     EXPECT_EQ(storedCurves(group), (Names{"from"})) << "the source keeps its lists";
     // The transfer leaves the curve's and the block's reference to their former node uncounted.
-    EXPECT_TRUE(Storage::getAnimationAttachment(transform, false)->getCurves(0)->getAppropriateNode() ==
-                transform);
+    EXPECT_TRUE(
+        Storage::getAnimationAttachment(transform, false)->getCurves(0)->getAppropriateNode() ==
+        transform);
 }
 
 } // namespace

@@ -22,7 +22,8 @@ class Sequences : public ManagerTest {
 
     static Texts texts(const std::vector<kvAnimationSequence2*>& items) {
         Texts result;
-        for (const kvAnimationSequence2* item : items) result.push_back(item->getSequence());
+        for (const kvAnimationSequence2* item : items)
+            result.push_back(item->getSequence());
         return result;
     }
 };

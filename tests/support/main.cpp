@@ -1,6 +1,7 @@
 // The main function of every test program: the scene graph has to be running before the first test.
-#include <OpenSG/OSGBaseFunctions.h>
 #include <OpenSG/OSGConfig.h>
+
+#include <OpenSG/OSGBaseFunctions.h>
 
 #include <gtest/gtest.h>
 

@@ -26,8 +26,8 @@ osg::MaterialPtr materialOf(const aiScene& model, const aiMesh& mesh) {
 }
 
 template <class Property>
-Property filled(const aiVector3D* values, unsigned count) {
-    Property property = Property::ObjectType::create();
+typename Property::PtrType filled(const aiVector3D* values, unsigned count) {
+    typename Property::PtrType property = Property::create();
     osg::beginEditCP(property);
     for (unsigned i = 0; i < count; ++i)
         property->getFieldPtr()->push_back({values[i].x, values[i].y, values[i].z});
@@ -70,9 +70,9 @@ osg::NodePtr makeMeshNode(const aiScene& model, unsigned int number) {
     geometry->setTypes(types);
     geometry->setLengths(lengths);
     geometry->setIndices(indices);
-    geometry->setPositions(filled<osg::GeoPositions3fPtr>(mesh.mVertices, mesh.mNumVertices));
+    geometry->setPositions(filled<osg::GeoPositions3f>(mesh.mVertices, mesh.mNumVertices));
     if (mesh.HasNormals())
-        geometry->setNormals(filled<osg::GeoNormals3fPtr>(mesh.mNormals, mesh.mNumVertices));
+        geometry->setNormals(filled<osg::GeoNormals3f>(mesh.mNormals, mesh.mNumVertices));
     geometry->setMaterial(materialOf(model, mesh));
     osg::endEditCP(geometry);
 

@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <set>
 #include <utility>
 
@@ -59,13 +60,14 @@ Scene::~Scene() {
     // Stored copies refer back to their nodes; without them the graph falls apart by itself.
     for (const osg::NodePtr& node : nodes())
         kvAnimationAttachmentInteraction::cleanAnimationAttachment(node, false);
+    // These are plain blocks, never sequence items, so that the destructor may be non-virtual.
     std::set<kvAnimationBlock*> blocks(manager().getBlocks()->begin(),
                                        manager().getBlocks()->end());
     blocks.insert(manager().getSceneBlocks().begin(), manager().getSceneBlocks().end());
     for (kvAnimationClip* clip : *manager().getClips())
         delete clip;
     for (kvAnimationBlock* block : blocks)
-        delete block;
+        std::default_delete<kvAnimationBlock>{}(block);
     for (kvAnimationCurve* curve : *manager().getAnimCurves())
         delete curve;
     manager().clear(true);

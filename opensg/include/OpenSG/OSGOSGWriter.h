@@ -13,10 +13,10 @@ namespace osg {
 
 /// Writes containers of any type in OpenSG's ASCII format, with everything that they point at.
 ///
-/// Attachments that are marked internal and internal fields stay out. A container that is pointed at
-/// more than once gets a name (`DEF name`) where it is met first, and is referred to (`USE name`)
-/// elsewhere; the name is that of the container when it has one that the format allows and that is
-/// not taken, else its type and id.
+/// Attachments that are marked internal and internal fields stay out. A container that is pointed
+/// at more than once gets a name (`DEF name`) where it is met first, and is referred to (`USE
+/// name`) elsewhere; the name is that of the container when it has one that the format allows and
+/// that is not taken, else its type and id.
 ///
 /// Numbers are written with as many digits as bring the same bits back, and independently of the
 /// locale. Numbers that are not finite become `nan` and `inf`, with one warning: this library reads

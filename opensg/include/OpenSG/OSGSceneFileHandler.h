@@ -15,24 +15,20 @@ class GraphOpSeq;
 /// Reads and writes scenes. The one object of the program is `SceneFileHandler::the()`.
 ///
 /// The format goes by the extension, in any letter case; a further ".gz" is looked through:
-///
-/// | extension | what                                     | a read scene is                        |
-/// |-----------|------------------------------------------|----------------------------------------|
-/// | `osg`     | OpenSG's ASCII format                    | a new node with a `Group` core; the    |
-/// |           |                                          | file's top-level containers are its    |
-/// |           |                                          | children                               |
-/// | `osb`     | OpenSG's binary format: smaller, faster, | the node that was written              |
-/// |           | every number exact                       |                                        |
+/// - `osg`, OpenSG's ASCII format. A read scene is a new node with a `Group` core; its children are
+///   the file's top-level containers.
+/// - `osb`, OpenSG's binary format: smaller, faster, and every number is exact. A read scene is the
+///   node that was written.
 ///
 /// Compressed input is recognised by its contents, whatever it is called.
 ///
 /// A read scene has reference count 0 and new ids. Everything in it hangs on the returned node:
 /// `addRefCP` and later `subRefCP` on that node hold and release all of it.
 ///
-/// **Failure.** A scene comes back whole or not at all: on a file that cannot be read or is malformed
-/// `read` returns a null node and puts one line into the log that names the file, the place and the
-/// reason. Containers and fields of types that this program does not know are left out of the scene,
-/// with one warning for each kind.
+/// **Failure.** A scene comes back whole or not at all: on a file that cannot be read or is
+/// malformed `read` returns a null node and puts one line into the log that names the file, the
+/// place and the reason. Containers and fields of types that this program does not know are left
+/// out of the scene, with one warning for each kind.
 ///
 /// A file is written beside its target and takes its place when it is complete, so that a failed
 /// `write` leaves an older file as it was.

@@ -4,7 +4,8 @@
 
 #include <kvAnimationManager2.h>
 
-template <> struct kvTestAccess<kvAnimationManager2> {
+template <>
+struct kvTestAccess<kvAnimationManager2> {
     using Manager = kvAnimationManager2;
 
     static Manager::NodeType nodeType(const osg::NodePtr& node) {

@@ -1,0 +1,37 @@
+// The messages of readers.
+
+#include "files/readLog.h"
+
+#include <OpenSG/OSGLog.h>
+
+namespace osg::files {
+
+namespace {
+
+/// More warnings than this help nobody and are counted only.
+constexpr std::size_t kMostWarnings = 100;
+
+} // namespace
+
+void ReadLog::warnOnce(const std::string& kind, const std::string& place, const std::string& text) {
+    if (_warnings.size() == kMostWarnings) {
+        ++_untold;
+        return;
+    }
+    if (!_told.insert(kind).second) return;
+    _warnings.push_back(_fileName + (place.empty() ? "" : ", ") + place + ": " + text);
+}
+
+void ReadLog::succeed() {
+    for (const std::string& warning : _warnings)
+        SWARNING << warning << std::endl;
+    if (_untold > 0)
+        SWARNING << _fileName << ": " << _untold << " more warnings of this sort" << std::endl;
+}
+
+void ReadLog::fail(const std::string& place, const std::string& reason) {
+    SWARNING << "Could not read " << _fileName << (place.empty() ? "" : ", ") << place << ": "
+             << reason << std::endl;
+}
+
+} // namespace osg::files
