@@ -162,22 +162,25 @@ void Node::dropChild(UInt32 index) {
     if (child != NullFC) disown(child);
 }
 
-// Looks around the place where the child was last, because its elder siblings are moved by few
-// places at a time. Emptying a long list child by child would be quadratic otherwise.
+// Looks around the place where the child was last, corrected by how far the child before it had
+// moved: elder siblings come and go. To take a long list apart child by child, in order, would have
+// squared cost otherwise.
 Int32 Node::findChild(const NodePtr& child) const {
     if (child == NullFC || _mfChildren.empty()) return -1;
-    const UInt32 count = getNChildren();
-    UInt32 below = (std::min)(child->_indexInParent, count - 1) + 1;
-    UInt32 above = below;
-    while (below > 0 || above < count) {
-        if (below > 0 && _mfChildren[--below] == child) {
-            child->_indexInParent = below;
-            return static_cast<Int32>(below);
-        }
-        if (above < count && _mfChildren[above++] == child) {
-            child->_indexInParent = above - 1;
-            return static_cast<Int32>(above - 1);
-        }
+    const Int64 last = child->_indexInParent;
+    const Int64 count = getNChildren();
+    const auto found = [&](Int64 index) {
+        child->_indexInParent = static_cast<UInt32>(index);
+        _shift = last - index;
+        return static_cast<Int32>(index);
+    };
+    Int64 above = (std::min)((std::max)(last - _shift, Int64(0)), count - 1);
+    Int64 below = above - 1;
+    while (below >= 0 || above < count) {
+        if (above < count && _mfChildren[static_cast<UInt32>(above)] == child) return found(above);
+        if (below >= 0 && _mfChildren[static_cast<UInt32>(below)] == child) return found(below);
+        ++above;
+        --below;
     }
     return -1;
 }

@@ -163,6 +163,8 @@ class Node : public AttachmentContainer {
 
     /// Where this node was last seen among its parent's children; findChild starts there.
     mutable UInt32 _indexInParent = 0;
+    /// By how much the child that findChild found last had moved down since it was seen before.
+    mutable Int64 _shift = 0;
     /// The core that is counted and knows this node; differs from the field's while a file reader
     /// fills it.
     NodeCorePtr _countedCore;
