@@ -242,12 +242,14 @@ class KV_ANIMATIONS_API kvControlPointManager {
     void bringInOrder();
     void sortByFrame();
     void linkRange(std::size_t first, std::size_t last);
+    void linkAll();
     std::size_t sortedIndexOf(std::size_t index) const;
 
     std::size_t firstAtFrame(double x) const;
     std::size_t firstAfterFrame(double x) const;
     std::size_t firstWithId(int id);
     std::size_t indexOf(const kvControlPoint* cp) const;
+    std::size_t linkedIndex(const kvControlPoint* link) const;
     kvControlPoint* live(const kvControlPoint* link);
     const kvControlPoint* live(const kvControlPoint* link) const;
 
@@ -267,6 +269,9 @@ class KV_ANIMATIONS_API kvControlPointManager {
     int tangentLength = Half;
 
     OrderNote order;
+    // The keys were copied and not linked since: their links lead into another list. Those must not
+    // be told by address alone, since this list may come to lie where that one was.
+    bool foreignLinks = false;
     unsigned idScans = 0;
     std::unique_ptr<kv::detail::KeyIdIndex> idIndex;
 };

@@ -11,7 +11,7 @@ kvControlPointManager::~kvControlPointManager() = default;
 
 kvControlPointManager::kvControlPointManager(const kvControlPointManager& other)
     : cps(other.cps), hitType(other.hitType), currentCP(other.currentCP), hitCP(other.hitCP),
-      cpCount(other.cpCount), tangentLength(other.tangentLength) {
+      cpCount(other.cpCount), tangentLength(other.tangentLength), foreignLinks(true) {
     // A copy is as sorted as its source, but its links lead into the source.
     if (other.isKnownSorted()) noteSorted();
 }
@@ -25,6 +25,7 @@ kvControlPointManager& kvControlPointManager::operator=(const kvControlPointMana
     hitCP = other.hitCP;
     cpCount = other.cpCount;
     tangentLength = other.tangentLength;
+    foreignLinks = true;
     if (other.isKnownSorted())
         noteSorted();
     else

@@ -153,8 +153,8 @@ void kvControlPointManager::deleteCP(kvControlPoint* cp) {
     const std::size_t erased = firstWithId(cp->id);
     if (erased == kNone) return;
     // The neighbours are remembered as keys: their places change now and in the sorting below.
-    std::size_t next = indexOf(cp->nextCP);
-    std::size_t previous = indexOf(cp->prevCP);
+    std::size_t next = linkedIndex(cp->nextCP);
+    std::size_t previous = linkedIndex(cp->prevCP);
     eraseAt(erased);
     for (std::size_t* neighbour : {&next, &previous}) {
         if (*neighbour == erased)

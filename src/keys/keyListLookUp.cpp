@@ -99,8 +99,7 @@ std::vector<kvControlPoint>::iterator kvControlPointManager::findCP(const kvCont
                         [&cp](const kvControlPoint& other) { return other.id == cp.id; });
 }
 
-// The position of a key of this very list. By address, without reading what the pointer points at:
-// after a copy or a deletion a link may lead into memory that is no longer there.
+// The position of a key of this very list. By address, without reading what the pointer points at.
 std::size_t kvControlPointManager::indexOf(const kvControlPoint* cp) const {
     const auto address = reinterpret_cast<std::uintptr_t>(cp);
     const auto first = reinterpret_cast<std::uintptr_t>(cps.data());
@@ -111,12 +110,18 @@ std::size_t kvControlPointManager::indexOf(const kvControlPoint* cp) const {
     return index;
 }
 
+// The place a link leads to, none unless it leads to a key of this list: after a copy or a deletion
+// it may lead into memory that is no longer there.
+std::size_t kvControlPointManager::linkedIndex(const kvControlPoint* link) const {
+    return foreignLinks ? kNone : indexOf(link);
+}
+
 kvControlPoint* kvControlPointManager::live(const kvControlPoint* link) {
-    const std::size_t index = indexOf(link);
+    const std::size_t index = linkedIndex(link);
     return index == kNone ? nullptr : &cps[index];
 }
 
 const kvControlPoint* kvControlPointManager::live(const kvControlPoint* link) const {
-    const std::size_t index = indexOf(link);
+    const std::size_t index = linkedIndex(link);
     return index == kNone ? nullptr : &cps[index];
 }

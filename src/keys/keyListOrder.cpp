@@ -88,6 +88,11 @@ void kvControlPointManager::linkRange(std::size_t first, std::size_t last) {
     }
 }
 
+void kvControlPointManager::linkAll() {
+    linkRange(0, cps.size());
+    foreignLinks = false;
+}
+
 // Sorts and links, each only if that is not known to be so already.
 void kvControlPointManager::bringInOrder() {
     if (isKnownLinked()) return;
@@ -95,7 +100,7 @@ void kvControlPointManager::bringInOrder() {
         if (!isSorted()) sortByFrame();
         noteSorted();
     }
-    linkRange(0, cps.size());
+    linkAll();
     order.linked = true;
 }
 
@@ -104,7 +109,7 @@ void kvControlPointManager::sortCPs() {
 }
 
 void kvControlPointManager::computeLinkedList() {
-    linkRange(0, cps.size());
+    linkAll();
     if (!isKnownSorted()) {
         noteIfSorted(true);
         return;

@@ -18,6 +18,7 @@ struct kvTestAccess<kvControlPointManager> {
 
     static bool isKnownSorted(const List& list) { return list.isKnownSorted(); }
     static bool isKnownLinked(const List& list) { return list.isKnownLinked(); }
+    static bool hasForeignLinks(const List& list) { return list.foreignLinks; }
     static bool hasIdIndex(const List& list) { return list.idIndex != nullptr; }
     static int toInt(double v) { return List::d2i(v); }
 };
