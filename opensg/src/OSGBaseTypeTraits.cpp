@@ -65,6 +65,15 @@ bool isTooLarge(const Char8* begin, const Char8* end, bool hexadecimal) {
     return place * bitsPerDigit + (negative ? -exponent : exponent) > 0;
 }
 
+/// Behind everything that may belong to a number. The text may go on for megabytes, so its own end
+/// is not looked for.
+const Char8* endOfToken(const Char8* text) {
+    while (isDigit(*text) || (toLower(*text) >= 'a' && toLower(*text) <= 'z') || *text == '.' ||
+           *text == '+' || *text == '-' || *text == '(' || *text == ')' || *text == '_')
+        ++text;
+    return text;
+}
+
 template <class Real>
 Real textToReal(const Char8* text) {
     if (text == nullptr) return 0;
@@ -81,8 +90,7 @@ Real textToReal(const Char8* text) {
         text += 2;
     }
     Real value = 0;
-    const std::from_chars_result result =
-        std::from_chars(text, text + std::strlen(text), value, format);
+    const std::from_chars_result result = std::from_chars(text, endOfToken(text), value, format);
     if (result.ec == std::errc::invalid_argument) return 0;
     if (result.ec == std::errc::result_out_of_range) {
         value = isTooLarge(text, result.ptr, format == std::chars_format::hex)
