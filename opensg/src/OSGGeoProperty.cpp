@@ -40,7 +40,7 @@ template <class Desc>
 FieldContainerType GeoProperty<Desc>::_type(
     Desc::getTypeName(), Desc::Kind::getTypeName(), nullptr,
     [] { return FieldContainerPtr(GeoProperty<Desc>::createEmpty()); }, nullptr, descriptions(),
-    sizeof(FieldDescription*));
+    sizeof(void*));
 
 template <class Desc>
 UInt32 GeoProperty<Desc>::getBinSize(const BitVector& whichField) {

@@ -49,6 +49,7 @@
 #include <OpenSG/OSGSFSysTypes.h>
 #include <OpenSG/OSGSFVecTypes.h>
 
+#include <iterator>
 #include <type_traits>
 
 namespace osg {
@@ -326,9 +327,9 @@ void releaseAll(FieldContainer& owner, MField<P, ns>& field) {
     FieldDescription* CLASS##Base::_desc[] = {FIELDS(OSG_ROW_DESCRIPTION, OSG_ROW_DESCRIPTION,     \
                                                      OSG_ROW_DESCRIPTION, OSG_ROW_DESCRIPTION,     \
                                                      OSG_ROW_HIDDEN_DESCRIPTION) nullptr};         \
-    FieldContainerType CLASS##Base::_type(#CLASS, #PARENT, nullptr, CREATE_PROTOTYPE, nullptr,     \
-                                          _desc,                                                   \
-                                          static_cast<UInt32>(sizeof(_desc) - sizeof(_desc[0])));  \
+    FieldContainerType CLASS##Base::_type(                                                         \
+        #CLASS, #PARENT, nullptr, CREATE_PROTOTYPE, nullptr, _desc,                                \
+        static_cast<UInt32>((std::size(_desc) - 1) * sizeof(void*)));                              \
                                                                                                    \
     void CLASS##Base::changed(BitVector whichField, UInt32 origin) {                               \
         if ((origin & ChangedOrigin::Abstract) != 0)                                               \

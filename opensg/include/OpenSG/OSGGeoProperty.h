@@ -11,6 +11,8 @@
 #include <OpenSG/OSGAttachment.h>
 #include <OpenSG/OSGFieldTable.h>
 
+#include <cmath>
+
 namespace osg {
 
 /// A list of one kind. `Kind` says the type of its values and its name.
@@ -70,7 +72,7 @@ inline Real32 fromByte(UInt8 value) {
 }
 inline UInt8 toByte(Real32 value) {
     if (!(value > 0)) return 0;
-    return value >= 1 ? UInt8(255) : static_cast<UInt8>(value * 255.f + .5f);
+    return value >= 1 ? UInt8(255) : static_cast<UInt8>(std::lround(value * 255.f));
 }
 
 template <>

@@ -6,6 +6,7 @@
 #include <OpenSG/OSGBaseTypes.h>
 #include <OpenSG/OSGBaseTypeTraits.h>
 
+#include <algorithm>
 #include <cmath>
 #include <ostream>
 #include <type_traits>
@@ -82,7 +83,8 @@ class Point {
     /// From another size or component type: missing components are 0, further ones are dropped.
     template <class U, UInt32 M, std::enable_if_t<!std::is_same<U, T>::value || M != N, int> = 0>
     Point(const Point<U, M>& other) : _values{} {
-        for (UInt32 i = 0; i < N && i < M; ++i)
+        constexpr UInt32 shared = (std::min)(N, M);
+        for (UInt32 i = 0; i < shared; ++i)
             _values[i] = static_cast<T>(other[i]);
     }
 
