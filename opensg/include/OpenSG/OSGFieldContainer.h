@@ -235,6 +235,8 @@ class CPEditor {
 #define OSG_FIELD_CONTAINER_INL_DEF(CLASS, PTR)                                                    \
     OSG_ABSTR_FIELD_CONTAINER_INL_DEF(CLASS, PTR)                                                  \
     inline PTR CLASS::create(void) {                                                               \
+        /* Before osgInit the type may not even be constructed. */                                 \
+        if (osg::GlobalSystemState != osg::Running) return osg::NullFC;                            \
         return PTR::dcast(getClassType().createFieldContainer());                                  \
     }                                                                                              \
     inline PTR CLASS::createEmpty(void) {                                                          \

@@ -30,7 +30,10 @@ class SimpleAttachment : public Attachment {
     static FieldContainerType& getClassType() { return _type; }
     static UInt32 getClassTypeId() { return _type.getId(); }
     static UInt16 getClassGroupId() { return _type.getGroupId(); }
-    static PtrType create() { return PtrType::dcast(_type.createFieldContainer()); }
+    static PtrType create() {
+        if (GlobalSystemState != Running) return NullFC;
+        return PtrType::dcast(_type.createFieldContainer());
+    }
     static PtrType createEmpty() {
         PtrType result;
         FieldContainer::newPtr(result);
