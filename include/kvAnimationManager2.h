@@ -305,7 +305,8 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     /// @{
 
     /// Appends the blocks stored on `root` and below it to the scene blocks; what was there stays.
-    /// Reading consumes the stored form.
+    /// Reading consumes the stored form, and with it the references that it held to nodes: `root`
+    /// must be referenced by somebody else.
     static void buildAnimationBlockList(const osg::NodePtr& root);
     /// The scene blocks of exactly this node, in list order; null gives those whose node is gone.
     std::vector<kvAnimationBlock*> getNodeBlocks(const osg::NodePtr& node);
@@ -333,7 +334,9 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     /// @name Storing in the scene and reading back
     /// `resolve` looks for the attachment on the transform node (see resolveTransformNode) instead
     /// of the node itself; the forms without it do not resolve. Reading consumes the stored form;
-    /// storing replaces stored objects of the same name.
+    /// storing replaces stored objects of the same name. Hold a reference to the scene's root
+    /// before reading: stored objects hold references to their nodes, and these end with the
+    /// reading.
     /// @{
     void importCurves(const osg::NodePtr& node, bool resolve);
     void importBlocks(const osg::NodePtr& node, bool resolve);

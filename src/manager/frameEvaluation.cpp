@@ -82,9 +82,18 @@ void appendNode(std::vector<Field>& result, const ClipRanges& ranges, const Clip
 
 void appendUpdatedFields(std::vector<Field>& result, const std::vector<kvAnimationCurve*>& curves,
                          float frame) {
-    const FrameRange all = rangeOf(curves);
+    FrameRange all;
+    bool allIsKnown = false;
     for (const kvAnimationCurve* curve : curves) {
-        if (!curve || !countsAt(frame, rangeOf(*curve), all)) continue;
+        if (!curve) continue;
+        const FrameRange own = rangeOf(*curve);
+        // Inside its own range a curve counts whatever its siblings are; mostly all of them do, and
+        // the range of them all need not be known.
+        if (!(own.first <= frame && frame <= own.last)) {
+            if (!allIsKnown) all = rangeOf(curves);
+            allIsKnown = true;
+            if (!countsAt(frame, own, all)) continue;
+        }
         const float value = evaluateCurve(curve, frame);
         if (value == kNoCurveValue) continue;
         result.emplace_back(BindingOf{*curve});
