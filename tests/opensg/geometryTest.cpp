@@ -111,6 +111,24 @@ TEST(Geometry, countsItsListsAndIsTheirParent) {
     EXPECT_EQ(osg::FieldContainerFactory::the()->getContainer(id), NullFC);
 }
 
+TEST(Geometry, countsListsThatAReaderPutIntoItsFields) {
+    for (const bool parentsAreReadToo : {false, true}) {
+        GeometryPtr geometry = Geometry::create();
+        addRefCP(geometry);
+        GeoPositions3fPtr positions = GeoPositions3f::create();
+        geometry->getSFPositions()->setValue(positions);
+        osg::UInt32 origin = osg::ChangedOrigin::Abstract;
+        if (parentsAreReadToo) {
+            positions->getParents().push_back(geometry);
+            origin |= osg::ChangedOrigin::AbstrIncRefCount;
+        }
+        endEditCP(geometry, osg::FieldBits::AllFields, origin);
+        EXPECT_EQ(positions.getRefCount(), 1);
+        EXPECT_EQ(positions->getParents().getSize(), 1u);
+        subRefCP(geometry);
+    }
+}
+
 TEST(Geometry, mapsIndices) {
     GeometryPtr geometry = Geometry::create();
     addRefCP(geometry);

@@ -44,6 +44,7 @@
 #include <OpenSG/OSGMFSysTypes.h>
 #include <OpenSG/OSGMFVecTypes.h>
 #include <OpenSG/OSGNodeFields.h>
+#include <OpenSG/OSGPointerFieldForms.h>
 #include <OpenSG/OSGSFBaseTypes.h>
 #include <OpenSG/OSGSFMathTypes.h>
 #include <OpenSG/OSGSFSysTypes.h>
@@ -114,6 +115,20 @@ template <class P, Int32 ns>
 void acquireAll(FieldContainer& owner, MField<P, ns>& field) {
     for (const P& pointer : field)
         acquire(owner, pointer);
+}
+
+/// For pointers that a reader put into the field. One that filled the parents of attachments as
+/// well wants them counted only.
+template <class FieldT>
+void acquireRead(FieldContainer& owner, FieldT& field, UInt32 origin) {
+    if ((origin & ChangedOrigin::AbstrIncRefCount) == 0) {
+        acquireAll(owner, field);
+    } else if constexpr (std::is_base_of<SFFieldContainerPtr, FieldT>::value) {
+        addRefCP(field.getValue());
+    } else {
+        for (const auto& pointer : field)
+            addRefCP(pointer);
+    }
 }
 
 template <class P, Int32 ns>
@@ -333,7 +348,8 @@ void releaseAll(FieldContainer& owner, MField<P, ns>& field) {
                                                                                                    \
     void CLASS##Base::changed(BitVector whichField, UInt32 origin) {                               \
         if ((origin & ChangedOrigin::Abstract) != 0)                                               \
-            eachCounted(whichField, [&](auto field) { detail::acquireAll(*this, this->*field); }); \
+            eachCounted(whichField,                                                                \
+                        [&](auto field) { detail::acquireRead(*this, this->*field, origin); });    \
         Inherited::changed(whichField, origin);                                                    \
     }                                                                                              \
     UInt32 CLASS##Base::getBinSize(const BitVector& whichField) {                                  \
@@ -370,30 +386,3 @@ void releaseAll(FieldContainer& owner, MField<P, ns>& field) {
 
 /// A table without rows.
 #define OSG_NO_FIELDS(VALUE, POINTER, LIST, POINTERS, HIDDEN)
-
-// --- pointers as field values --------------------------------------------------------------------
-
-/// Declares SFCLASSPtr and MFCLASSPtr. TEXT is FieldTraitsRecurseMapper for pointers without a text
-/// form, detail::PrintedPointerTraits for those that show an address.
-#define OSG_POINTER_FIELDS(CLASS, TEXT)                                                            \
-    template <>                                                                                    \
-    struct FieldDataTraits<CLASS##Ptr> : public TEXT<CLASS##Ptr> {                                 \
-        static DataType& getType(void);                                                            \
-        enum { bHasParent = 0x01 };                                                                \
-        static const Char8* getSName(void) { return "SF" #CLASS "Ptr"; }                           \
-        static const Char8* getMName(void) { return "MF" #CLASS "Ptr"; }                           \
-    };                                                                                             \
-    typedef SField<CLASS##Ptr> SF##CLASS##Ptr;                                                     \
-    typedef MField<CLASS##Ptr> MF##CLASS##Ptr;                                                     \
-    extern template class SField<CLASS##Ptr, 0>;                                                   \
-    extern template class MField<CLASS##Ptr, 0>;
-
-/// In one source file, after OSGSFieldTypeDef.inl and OSGMFieldTypeDef.inl. PARENT is the class
-/// that the parent pointer points at.
-#define OSG_POINTER_FIELDS_DEF(CLASS, PARENT)                                                      \
-    DataType& FieldDataTraits<CLASS##Ptr>::getType(void) {                                         \
-        static DataType type(#CLASS "Ptr", #PARENT "Ptr");                                         \
-        return type;                                                                               \
-    }                                                                                              \
-    template class SField<CLASS##Ptr, 0>;                                                          \
-    template class MField<CLASS##Ptr, 0>;
