@@ -13,7 +13,6 @@
 #include "keys/constants.h"
 #include "keys/sceneNodes.h"
 
-#include <OpenSG/OSGComponentTransform.h>
 #include <OpenSG/OSGGeometry.h>
 #include <OpenSG/OSGTransform.h>
 
@@ -34,8 +33,9 @@ bool coreIs(const osg::NodePtr& node) {
     return hasCore(node) && node->getCore()->getType().isDerivedFrom(Core::getClassType());
 }
 
+/// Component transforms are transforms, too.
 bool isTransformNode(const osg::NodePtr& node) {
-    return coreIs<osg::ComponentTransform>(node) || coreIs<osg::Transform>(node);
+    return coreIs<osg::Transform>(node);
 }
 
 } // namespace
