@@ -42,15 +42,16 @@ class KV_OPENSG_UTILS_API kvNodeUtils {
     /// Sets the rotation from angles in degrees.
     ///
     /// `order` is one of TransformAttachment::Order; any other number, -1 as a rule, keeps the
-    /// order that is stored with the node, XYZ when none is: x turns first, the rotation is qz * qy
-    /// * qx.
+    /// order that is stored with the node or with the node of its transform, XYZ when none is: x
+    /// turns first, the rotation is the product qz * qy * qx.
     ///
     /// The angles and the order are always kept in the TransformAttachment of `node`, which is made
     /// when there is none, because three angles cannot be read back from a rotation once it is set.
     /// A component transform gets the rotation in its field, a Transform3D the angles too; the
     /// matrix of a plain transform is composed anew with its translation and scale as they were.
     /// When the transform belongs to the parent, an attachment that the parent has already is kept
-    /// in step. A node without a transform gets the attachment only.
+    /// in step; one with a Transform3D gets it anyway. A node without a transform gets the
+    /// attachment only.
     static void setTransformNodeRotation(const osg::NodePtr& node, float x, float y, float z,
                                          int order = -1);
 

@@ -232,6 +232,15 @@ TEST_F(NodeTransforms, anAttachmentOfTheParentIsKeptInStep) {
     EXPECT_EQ(TransformAttachment::find(child)->getRotationOrder(), TransformAttachment::ZYX);
 }
 
+TEST_F(NodeTransforms, aParentWithTransform3DGetsAnAttachmentToo) {
+    const osg::NodePtr child = childOf(angles);
+    kvNodeUtils::setTransformNodeRotation(child, 10, 20, 30, TransformAttachment::YXZ);
+    expectVector(angleCore->getEulerR(), 10, 20, 30);
+    expectRotation(angles, 10, 20, 30);
+    EXPECT_EQ(TransformAttachment::find(angles.get())->getRotationOrder(),
+              TransformAttachment::YXZ);
+}
+
 TEST_F(NodeTransforms, aNodeTwoLevelsBelowGetsTheAttachmentOnly) {
     const osg::NodePtr grandchild = childOf(childOf(component));
     kvNodeUtils::setTransformNodeRotation(grandchild, 0, 0, 90);

@@ -216,6 +216,23 @@ TEST(ReferenceCounts, aCopyCountsOnce) {
     EXPECT_EQ(curve.get().getRefCount(), 1);
 }
 
+TEST(ReferenceCounts, clipsNestedVeryDeepAreDestroyed) {
+    osg::UInt32 innermost = 0;
+    {
+        osg::AnimationClipPtr clip = osg::AnimationClip::create();
+        innermost = idOf(clip);
+        for (int i = 0; i < 100000; ++i) {
+            const osg::AnimationTrackPtr track = osg::AnimationTrack::create();
+            track->addClip(clip);
+            clip = osg::AnimationClip::create();
+            clip->addTrack(track);
+        }
+        const kvtest::Held<osg::AnimationClipPtr> held(clip);
+        EXPECT_TRUE(isAlive(innermost));
+    }
+    EXPECT_FALSE(isAlive(innermost));
+}
+
 /// A node that carries a curve which names that node: a cycle.
 osg::NodePtr makeCycle() {
     const osg::NodePtr node = osg::Node::create();
