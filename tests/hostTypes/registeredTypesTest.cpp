@@ -3,6 +3,8 @@
 #include <OpenSG/OSGConfig.h>
 
 #include <OpenSG/OSGFieldContainerFactory.h>
+#include <OpenSG/OSGNode.h>
+#include <OpenSG/OSGNodeCore.h>
 #include <OpenSG/OSGSceneFileHandler.h>
 
 #include <gtest/gtest.h>
