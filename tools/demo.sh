@@ -65,7 +65,7 @@ curves=$(grep -c '^ *curve ' "$out/read-back.txt")
 blocks=$(grep -c '^ *block ' "$out/read-back.txt")
 matrices=$(grep -c '^  world ' "$out/read-back.txt")
 frames=$(grep -c '^frame ' "$out/read-back.txt")
-moving=$(awk '/^  world /{ if (($3 in seen) && seen[$3] != $0) moved[$3] = 1; seen[$3] = $0 }
+moving=$(awk '/^  world /{ if (($2 in seen) && seen[$2] != $0) moved[$2] = 1; seen[$2] = $0 }
               END { n = 0; for (m in moved) n++; print n }' "$out/read-back.txt")
 echo "equal: $blocks blocks, $curves curves, $keys keys, $matrices world matrices at $frames frames"
 

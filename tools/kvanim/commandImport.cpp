@@ -23,14 +23,14 @@ void print(const ImportReport& report, const Options& options) {
               << " animated, " << report.meshes << " meshes, " << report.curves << " curves, "
               << report.keys << " keys";
     if (!report.animation.empty()) std::cout << ", animation \"" << report.animation << '"';
-    std::cout << ", " << shortest(report.framesPerSecond) << " frames a second\n";
+    std::cout << ", " << brief(report.framesPerSecond) << " frames a second\n";
     for (const std::string& what : report.dropped)
         std::cout << "dropped: " << what << '\n';
     std::cout << "largest deviation from the source at its keys:\n";
     for (const auto& [channel, distance] : report.deviation)
-        std::cout << "  " << channel << " " << shortest(distance) << '\n';
+        std::cout << "  " << channel << " " << brief(distance) << '\n';
     std::cout << "play it: kvanim play " << options.output << " --fps "
-              << shortest(report.framesPerSecond) << '\n';
+              << brief(report.framesPerSecond) << '\n';
 }
 
 void run(const Options& options) {

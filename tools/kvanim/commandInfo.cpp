@@ -229,10 +229,12 @@ void addDump(CLI::App& program) {
     command->add_option("-o,--output", options->output,
                         "File to write (standard output by default)");
     command->callback([options] {
-        const std::vector<float> frames = parseFrames(options->frames);
+        const bool spread = options->frames.empty();
+        const std::vector<float> named =
+            spread ? std::vector<float>() : parseFrames(options->frames);
+        if (!options->output.empty() && options->output != "-") requireWritable(options->output);
         const Scene scene = Scene::load(options->file);
-        writeText(options->output,
-                  dumpOf(scene, options->frames.empty() ? defaultDumpFrames(scene) : frames));
+        writeText(options->output, dumpOf(scene, spread ? defaultDumpFrames(scene) : named));
     });
 }
 

@@ -78,6 +78,7 @@ osg::NodePtr buildGraph(const aiScene& model, ImportReport& report,
             }
             node->addChild(mesh);
             ++report.meshes;
+            ++report.nodes;
         }
         for (unsigned i = 0; i < source->mNumChildren; ++i) {
             const osg::NodePtr child = makeNode(*source->mChildren[i]);

@@ -23,4 +23,12 @@ std::string shortest(double value) {
     return print(value);
 }
 
+std::string brief(double value) {
+    std::array<char, 64> text{};
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::general, 6)
+            .ptr;
+    return std::string(text.data(), end);
+}
+
 } // namespace kvanim

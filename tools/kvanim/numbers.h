@@ -8,4 +8,7 @@ namespace kvanim {
 std::string shortest(float value);
 std::string shortest(double value);
 
+/// Six significant digits, for people and for rates that a source knows no better.
+std::string brief(double value);
+
 } // namespace kvanim

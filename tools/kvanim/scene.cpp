@@ -39,6 +39,20 @@ void requireReadable(const std::string& file) {
     if (!std::ifstream(file, std::ios::binary)) throw InputError(file, "cannot be opened");
 }
 
+/// Reading an ASCII scene puts a Group above the file's own root. It is taken off again, so that a
+/// scene that is loaded and saved does not grow by a level each time.
+osg::NodePtr withoutWrapper(osg::NodePtr read, const std::string& file) {
+    const bool ascii = file.find(".osg") != std::string::npos;
+    if (!ascii || read->getNChildren() != 1) return read;
+    const osg::NodePtr own = read->getChild(0);
+    osg::addRefCP(read);
+    osg::addRefCP(own);
+    read->subChild(own);
+    osg::subRefCP(read);
+    // The caller takes the reference over; until then the count is 1 and the root has no parent.
+    return own;
+}
+
 } // namespace
 
 std::string nameOf(const osg::NodePtr& node) {
@@ -48,7 +62,7 @@ std::string nameOf(const osg::NodePtr& node) {
 }
 
 Scene::Scene(const osg::NodePtr& root, std::string file) : _root(root), _file(std::move(file)) {
-    osg::addRefCP(_root);
+    if (_root.getRefCount() == 0) osg::addRefCP(_root);
 }
 
 Scene::Scene(Scene&& other) noexcept : _root(other._root), _file(std::move(other._file)) {
@@ -76,10 +90,10 @@ Scene::~Scene() {
 
 Scene Scene::load(const std::string& file) {
     requireReadable(file);
-    const osg::NodePtr root = osg::SceneFileHandler::the().read(file.c_str(), nullptr);
-    if (root == osg::NullFC) throw InputError(file, "is not a readable scene");
-    Scene scene(root, file);
-    kvAnimationManager2::buildAnimationBlockList(root);
+    const osg::NodePtr read = osg::SceneFileHandler::the().read(file.c_str(), nullptr);
+    if (read == osg::NullFC) throw InputError(file, "is not a readable scene");
+    Scene scene(withoutWrapper(read, file), file);
+    kvAnimationManager2::buildAnimationBlockList(scene.root());
     for (const osg::NodePtr& node : scene.nodes()) {
         kvAnimationAttachmentInteraction::loadCurvesFromAnimAttachment(node, &manager(), false);
         kvAnimationAttachmentInteraction::loadClipsFromAnimAttachment(node, &manager(), osg::NullFC,

@@ -19,7 +19,8 @@ class Scene {
     /// Reads the scene file and takes all animation out of its attachments. Throws InputError.
     static Scene load(const std::string& file);
 
-    /// Takes a scene that was built in memory; `blocks` become the scene's.
+    /// Takes a scene over: a root that nobody counts yet, or with the one reference of whoever
+    /// hands it over.
     Scene(const osg::NodePtr& root, std::string file);
     Scene(Scene&& other) noexcept;
     Scene(const Scene&) = delete;
