@@ -67,7 +67,7 @@ void expectNear(const Matrix3& a, const Matrix3& b, double tolerance) {
 }
 
 TEST(EulerAngles, xTurnsFirstByDefault) {
-    // y goes to z by 90 about x, then to x... by 90 about y: z goes to x, which z does not move on.
+    // The y axis: 90 about x takes it to z, then 90 about y takes it to x.
     const osg::Quaternion q = osg::EulerAngles::toQuaternion(osg::Vec3f(90.0f, 90.0f, 0.0f), -1);
     const Matrix3 m = matrixOf(q);
     EXPECT_NEAR(m[0][1], 1.0, 1e-6);
