@@ -153,19 +153,6 @@ TEST_F(Children, areFoundWhereverTheirSiblingsWent) {
     EXPECT_EQ(root->findChild(last), 40);
 }
 
-TEST(Node, cannotBeBelowItself) {
-    const QuietLog quiet;
-    Held<NodePtr> root(Node::create());
-    const NodePtr child = Node::create();
-    root->addChild(child);
-    child->addChild(root);
-    EXPECT_TRUE(root->getParent() == NullFC);
-    EXPECT_EQ(child->getNChildren(), 0u);
-    root->addChild(root);
-    EXPECT_EQ(root->getNChildren(), 1u);
-    EXPECT_EQ(root.get().getRefCount(), 1);
-}
-
 #if !defined(NDEBUG)
 TEST(NodeDeathTest, childOutOfRangeStopsADebugBuild) {
     Held<NodePtr> node(Node::create());

@@ -197,12 +197,4 @@ TEST(PointerText, leavesTheStreamDecimal) {
     EXPECT_EQ(stream.str(), "255");
 }
 
-#if !defined(NDEBUG)
-TEST(PointerDeathTest, useOfNullStopsADebugBuild) {
-    NodePtr node;
-    EXPECT_DEATH(node->setTravMask(1), "");
-    EXPECT_DEATH(getContainerId(node), "");
-}
-#endif
-
 } // namespace

@@ -119,6 +119,9 @@ class FieldContainer {
     friend void subRefCP(const FieldContainerPtrBase&);
     friend UInt32 getContainerId(const FieldContainerPtrBase&);
 
+    /// Whether the address is that of a container that was not destroyed; for assertions.
+    static bool isKnown(const FieldContainer* container);
+
     /// Destroys the container and everything that loses its last reference by that.
     static void destroy(FieldContainer* container);
 
@@ -142,12 +145,16 @@ inline UInt32 getContainerId(const FieldContainerPtrBase& pointer) {
 }
 
 inline void addRefCP(const FieldContainerPtrBase& pointer) {
-    if (pointer._object != nullptr) ++pointer._object->_refCount;
+    if (pointer._object == nullptr) return;
+    assert(FieldContainer::isKnown(pointer._object) && "a destroyed container is counted");
+    ++pointer._object->_refCount;
 }
 
 inline void subRefCP(const FieldContainerPtrBase& pointer) {
     FieldContainer* const object = pointer._object;
-    if (object == nullptr || --object->_refCount > 0 || object->_dying) return;
+    if (object == nullptr) return;
+    assert(FieldContainer::isKnown(object) && "a destroyed container is released");
+    if (--object->_refCount > 0 || object->_dying) return;
     // The variable may be part of what is destroyed, so it is cleared first.
     pointer._object = nullptr;
     FieldContainer::destroy(object);
