@@ -113,6 +113,9 @@ class KV_ANIMATIONS_API kvControlPoint {
     /// outside, because the list that moves its keys knows what that does to their order.
     void take(const kvControlPoint& other);
 
+    /// Tells the lists that a key may have changed its place or its id.
+    void countEdit() const;
+
     kvControlPoint* nextCP = nullptr;
     kvControlPoint* prevCP = nullptr;
     Point point;

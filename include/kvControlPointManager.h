@@ -219,7 +219,8 @@ class KV_ANIMATIONS_API kvControlPointManager {
 
     // What the list knows about its own order, so that it need not look again. The note on sorting
     // holds while no key has been edited from outside since and the vector is the one it was
-    // written for; the links are right only if the list set them itself.
+    // written for; the links are right only if the list set them itself. Edits of keys without
+    // links are not noticed, so a note is only written for keys that are or were linked.
     struct OrderNote {
         std::uint64_t edit = 0;
         const kvControlPoint* first = nullptr;
@@ -238,6 +239,7 @@ class KV_ANIMATIONS_API kvControlPointManager {
     void noteSorted();
     void noteUnsorted();
     void noteIfSorted(bool linked);
+    void noteRewritten(bool sorted, bool linked);
     void renewNote();
     void bringInOrder();
     void sortByFrame();

@@ -44,6 +44,8 @@ void kvControlPointManager::reserveOneMore() {
 // belongs. `key` must not be part of the list.
 void kvControlPointManager::insertKey(double replacedFrame, const kvControlPoint& key) {
     bringInOrder();
+    // The id of a key that is alone changes unnoticed.
+    if (cps.size() == 1) order.greatestId = cps.front().id;
 
     const std::size_t replaced = firstAtFrame(replacedFrame);
     std::size_t target = cps.size();

@@ -35,7 +35,7 @@ void kvControlPointManager::noteUnsorted() {
     order = OrderNote();
 }
 
-// For operations that rewrite frames but are expected to keep the order and do keep the links.
+// For changes that may have kept the order.
 void kvControlPointManager::noteIfSorted(bool linked) {
     if (!isSorted()) {
         noteUnsorted();
@@ -43,6 +43,15 @@ void kvControlPointManager::noteIfSorted(bool linked) {
     }
     noteSorted();
     order.linked = linked;
+}
+
+// After all frames were rewritten by a mapping that is monotonous but for rare cases, in a list
+// that was known as told.
+void kvControlPointManager::noteRewritten(bool sorted, bool linked) {
+    if (sorted)
+        noteIfSorted(linked);
+    else
+        noteUnsorted();
 }
 
 // Takes over a change of the vector by code that kept the order.

@@ -96,6 +96,7 @@ void kvAnimationCurve::carryHandles(kvControlPoint& cp, const kvControlPoint& be
 // Maps every frame f of keys and handles to (f - start) / span * newSpan + newStart, in single
 // precision throughout.
 void kvAnimationCurve::stretch(float start, float span, float newSpan, float newStart) {
+    const bool sorted = isKnownSorted();
     const bool linked = isKnownLinked();
     const auto mapped = [=](double f) {
         return static_cast<double>((static_cast<float>(f) - start) / span * newSpan + newStart);
@@ -105,12 +106,13 @@ void kvAnimationCurve::stretch(float start, float span, float newSpan, float new
         cp.inTangent.x = mapped(cp.inTangent.x);
         cp.outTangent.x = mapped(cp.outTangent.x);
     }
-    noteIfSorted(linked);
+    noteRewritten(sorted, linked);
 }
 
 // Moves keys and handles by delta frames, for the block that holds the curve. In single precision,
 // which rounds the values along with the frames; deliberate.
 void kvAnimationCurve::shift(float delta) {
+    const bool sorted = isKnownSorted();
     const bool linked = isKnownLinked();
     const auto moved = [delta](kvControlPoint::Point p) {
         return kvControlPoint::Point{static_cast<double>(static_cast<float>(p.x) + delta),
@@ -121,7 +123,7 @@ void kvAnimationCurve::shift(float delta) {
         cp.inTangent = moved(cp.inTangent);
         cp.outTangent = moved(cp.outTangent);
     }
-    noteIfSorted(linked);
+    noteRewritten(sorted, linked);
 }
 
 void kvAnimationCurve::stretchLeft(float newStart) {

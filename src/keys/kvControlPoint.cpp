@@ -28,7 +28,7 @@ kvControlPoint::kvControlPoint(double x, double y, int type)
 
 kvControlPoint& kvControlPoint::operator=(const kvControlPoint& other) {
     if (this == &other) return *this;
-    kv::detail::countKeyEdit();
+    countEdit();
     take(other);
     return *this;
 }
@@ -50,8 +50,14 @@ void kvControlPoint::take(const kvControlPoint& other) {
     id = other.id;
 }
 
+// A key without links stands in no list, or is the only one there: lists of two or more keys that
+// know their order have linked each of them. Building keys one by one thus disturbs no list.
+void kvControlPoint::countEdit() const {
+    if (nextCP != nullptr || prevCP != nullptr) kv::detail::countKeyEdit();
+}
+
 void kvControlPoint::setPoint(Point newPoint) {
-    kv::detail::countKeyEdit();
+    countEdit();
     point = newPoint;
 }
 
@@ -66,6 +72,6 @@ void kvControlPoint::getDistance2Mouse(double& dx, double& dy) const {
 }
 
 void kvControlPoint::setId(int newId) {
-    kv::detail::countKeyEdit();
+    countEdit();
     id = newId;
 }

@@ -185,3 +185,40 @@ TEST(KeyListKnowledge, numberingAKeyOfAnotherListEndsWhatThatListKnew) {
     EXPECT_TRUE(State::isKnownLinked(list));
     EXPECT_FALSE(State::isKnownSorted(other));
 }
+
+TEST(KeyListKnowledge, keysThatStandInNoListDisturbNone) {
+    OpenKeyList list = listOf({0, 10, 20});
+    list.sortCPs();
+    kvControlPoint cp;
+    cp.setPoint({30, 1});
+    cp.setId(4711);
+    cp = kvControlPoint(31, 1, 6);
+    EXPECT_TRUE(State::isKnownLinked(list));
+    list.insertCP(cp);
+    EXPECT_TRUE(State::isKnownLinked(list));
+}
+
+TEST(KeyListKnowledge, theIdOfALoneKeyMayChangeUnnoticed) {
+    // Long enough afterwards for the list to tell new ids by the greatest one.
+    OpenKeyList list;
+    list.insertCP(0, 0);
+    State::keys(list)[0].setId(500000000);
+    for (int i = 1; i < 40; ++i)
+        list.insertCP(i, 0);
+    State::count(list) = 500000000;
+    kvControlPoint cp(1000, 0, 6);
+    list.insertCP(cp);
+    EXPECT_EQ(State::current(list), &keyAt(list, 0));
+    EXPECT_EQ(list.findCP(500000000), &keyAt(list, 0));
+}
+
+TEST(KeyListKnowledge, aLoneKeyOfAnotherListMayBeNumberedAndMoved) {
+    OpenKeyList lone;
+    lone.insertCP(5, 0);
+    State::keys(lone)[0].setPoint({7, 0});
+    EXPECT_EQ(lone.getStartFrame(), 7.0);
+    lone.insertCP(6, 1);
+    lone.insertCP(7, 2);
+    EXPECT_EQ(framesOf(lone), (std::vector<double>{6, 7}));
+    EXPECT_EQ(valuesOf(lone), (std::vector<double>{1, 2}));
+}
