@@ -262,10 +262,16 @@ TEST_F(FieldValues, theFieldOfViewIsStoredInRadians) {
     write(box, "fieldOfView", 0, 90.0F);
     EXPECT_EQ(box->getFieldOfView(), 1.5707964F);
     EXPECT_EQ(read(box, "fieldOfView"), 90.0F);
-    write(box, "fieldOfView", 0, 45.5F);
-    EXPECT_EQ(box->getFieldOfView(), 45.5F * 2.0F * 3.1415927F / 360.0F);
-    box->setFieldOfView(1.0F);
-    EXPECT_EQ(read(box, "fieldOfView"), 1.0F / 6.2831855F * 360.0F);
+    // Expected values from single-precision arithmetic done elsewhere; any other order of the same
+    // operations gives their neighbours.
+    write(box, "fieldOfView", 0, 2.5F);
+    EXPECT_EQ(box->getFieldOfView(), 0x1.657186p-5F);
+    write(box, "fieldOfView", 0, 3.5F);
+    EXPECT_EQ(box->getFieldOfView(), 0x1.f46bbcp-5F);
+    box->setFieldOfView(0.27F);
+    EXPECT_EQ(read(box, "fieldOfView"), 0x1.ef0918p+3F);
+    box->setFieldOfView(0.29F);
+    EXPECT_EQ(read(box, "fieldOfView"), 0x1.09da38p+4F);
 }
 
 TEST_F(FieldValues, theDirtyFlagIsNotConsulted) {
