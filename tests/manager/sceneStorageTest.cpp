@@ -249,10 +249,14 @@ TEST_F(Storing, cameraAnimationsAreSharedWithTheOtherNode) {
     EXPECT_EQ(storedCurves(transform), (Names{"from"}));
     EXPECT_EQ(storedBlocks(transform), (Names{"A"}));
     EXPECT_EQ(storedCurves(group), (Names{"from"})) << "the source keeps its lists";
-    // The transfer leaves the curve's and the block's reference to their former node uncounted.
     EXPECT_TRUE(
         Storage::getAnimationAttachment(transform, false)->getCurves(0)->getAppropriateNode() ==
         transform);
+    // Re-targeting never releases what the curve and the block held of their former node.
+    for (int i = 0; i < 2; ++i) {
+        osg::NodePtr surplus = group;
+        osg::subRefCP(surplus);
+    }
 }
 
 } // namespace
