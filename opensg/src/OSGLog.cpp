@@ -100,10 +100,10 @@ Log& osgLog() {
 
 void Log::setLogFile(const Char8* fileName) {
     std::FILE* const file = fileName == nullptr ? nullptr : std::fopen(fileName, "w");
-    if (file == nullptr) return;
+    if (fileName != nullptr && file == nullptr) return;
     if (_file != nullptr) std::fclose(static_cast<std::FILE*>(_file));
     _file = file;
-    _type = LOG_FILE;
+    _type = file != nullptr ? LOG_FILE : LOG_STDERR;
 }
 
 std::ostream& Log::start(LogLevel level) {

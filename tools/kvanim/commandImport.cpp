@@ -29,8 +29,9 @@ void print(const ImportReport& report, const Options& options) {
     std::cout << "largest deviation from the source at its keys:\n";
     for (const auto& [channel, distance] : report.deviation)
         std::cout << "  " << channel << " " << brief(distance) << '\n';
-    std::cout << "play it: kvanim play " << options.output << " --fps "
-              << brief(report.framesPerSecond) << '\n';
+    std::cout << "play it: kvanim play " << options.output
+              << (report.clip.empty() ? std::string() : " --clip \"" + report.clip + "\"")
+              << " --fps " << brief(report.framesPerSecond) << '\n';
 }
 
 void run(const Options& options) {
@@ -59,6 +60,8 @@ void addImport(CLI::App& program) {
         ->add_option("--fps", options->import.framesPerSecond,
                      "Frames per second (the source's own rate by default)")
         ->check(CLI::PositiveNumber);
+    command->add_flag("--clip", options->import.clip,
+                      "Put the blocks on one clip, one track a block, instead of on their nodes");
     command->add_option("--dump", options->dump,
                         "Also write every record and matrix as text, as kvanim dump does");
     command->callback([options] { run(*options); });

@@ -6,7 +6,6 @@
 #include "selection.h"
 
 #include <kvAnimationBlock.h>
-#include <kvAnimationClip.h>
 #include <kvAnimationController2.h>
 #include <kvAnimationManager2.h>
 
@@ -80,16 +79,6 @@ class Progress {
     double _worst = 0.0;
     double _shown = -1.0;
 };
-
-kvAnimationClip& findClip(const Scene& scene, const std::string& name) {
-    std::string known;
-    for (kvAnimationClip* clip : scene.clips()) {
-        if (clip->getName() == name) return *clip;
-        known += (known.empty() ? "" : ", ") + clip->getName();
-    }
-    throw InputError(scene.file(), "no clip \"" + name + "\"" +
-                                       (known.empty() ? std::string() : "; there are: " + known));
-}
 
 void start(const Scene& scene, const Options& options) {
     using Controller = kvAnimationController2;

@@ -6,6 +6,7 @@
 #include "importMesh.h"
 
 #include <kvAnimationBlock.h>
+#include <kvAnimationClip.h>
 #include <kvAnimationCurve.h>
 #include <kvAnimationManager2.h>
 #include <kvAnimationUtils2.h>
@@ -175,6 +176,21 @@ void reportDropped(const aiScene& model, const aiAnimation& animation, ImportRep
     drop(model.mNumCameras, "cameras");
 }
 
+/// Blocks go onto their nodes, or onto the tracks of one clip.
+void place(Scene& scene, const std::vector<kvAnimationBlock*>& blocks, const ImportOptions& options,
+           ImportReport& report) {
+    if (!options.clip) {
+        for (kvAnimationBlock* block : blocks)
+            scene.addBlock(block);
+        return;
+    }
+    report.clip = report.animation.empty() ? "Clip" : report.animation;
+    kvAnimationClip* clip = new kvAnimationClip(report.clip);
+    for (kvAnimationBlock* block : blocks)
+        clip->addBlock(block);
+    scene.addClip(clip);
+}
+
 } // namespace
 
 Scene importModel(const ImportOptions& options, ImportReport& report) {
@@ -209,9 +225,11 @@ Scene importModel(const ImportOptions& options, ImportReport& report) {
     if (unordered > 0)
         report.dropped.push_back(std::to_string(unordered) + " samples out of order");
     const std::pair<double, double> range = rangeOfAll(all);
+    std::vector<kvAnimationBlock*> blocks;
     for (std::size_t i = 0; i < all.size(); ++i)
-        scene.addBlock(makeBlock(targets[i], std::move(all[i]), range, report));
+        blocks.push_back(makeBlock(targets[i], std::move(all[i]), range, report));
     report.animatedNodes = all.size();
+    place(scene, blocks, options, report);
     if (report.keys == 0) throw InputError(options.model, "its animation moves no node");
     return scene;
 }

@@ -16,11 +16,15 @@ struct ImportOptions {
     std::string animation;
     /// Frames per second; the source's own rate when 0.
     double framesPerSecond = 0.0;
+    /// Put all blocks on one clip, one track a block, instead of on their nodes.
+    bool clip = false;
 };
 
 /// What an import did, for the report to the user.
 struct ImportReport {
     std::string animation;
+    /// The name of the clip that holds the blocks; empty without one.
+    std::string clip;
     double framesPerSecond = 0.0;
     std::size_t nodes = 0;
     std::size_t meshes = 0;

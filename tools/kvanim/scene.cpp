@@ -2,6 +2,7 @@
 #include "scene.h"
 
 #include "errors.h"
+#include "logCapture.h"
 #include "outputFile.h"
 
 #include <kvAnimationAttachmentInteraction.h>
@@ -18,6 +19,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <memory>
 #include <set>
 #include <utility>
@@ -90,8 +92,12 @@ Scene::~Scene() {
 
 Scene Scene::load(const std::string& file) {
     requireReadable(file);
+    LogCapture log;
     const osg::NodePtr read = osg::SceneFileHandler::the().read(file.c_str(), nullptr);
-    if (read == osg::NullFC) throw InputError(file, "is not a readable scene");
+    const std::string said = log.end();
+    if (read == osg::NullFC)
+        throw InputError(file, "is not a readable scene" + (said.empty() ? said : ": " + said));
+    if (!said.empty()) std::cerr << said << '\n';
     Scene scene(withoutWrapper(read, file), file);
     kvAnimationManager2::buildAnimationBlockList(scene.root());
     for (const osg::NodePtr& node : scene.nodes()) {
@@ -128,6 +134,10 @@ std::vector<osg::NodePtr> Scene::nodes() const {
 
 void Scene::addBlock(kvAnimationBlock* block) {
     kvAnimationManager2::_animationBlocks.push_back(block);
+}
+
+void Scene::addClip(kvAnimationClip* clip) {
+    manager().addClip(clip);
 }
 
 void Scene::save(const std::string& file) {

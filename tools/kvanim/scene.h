@@ -43,6 +43,9 @@ class Scene {
     /// Adds a block made by the caller, who gives it away.
     void addBlock(kvAnimationBlock* block);
 
+    /// Adds a clip, whose blocks are on no node's own list.
+    void addClip(kvAnimationClip* clip);
+
     /// Stores all animation in the scene and writes it. Throws InputError; then the file is as it
     /// was.
     void save(const std::string& file);

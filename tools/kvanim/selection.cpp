@@ -67,6 +67,15 @@ kvAnimationBlock& findBlock(const Scene& scene, const std::string& name) {
     failUnknown(scene, "block", name, known);
 }
 
+kvAnimationClip& findClip(const Scene& scene, const std::string& name) {
+    std::vector<std::string> known;
+    for (kvAnimationClip* clip : scene.clips()) {
+        if (clip->getName() == name) return *clip;
+        known.push_back(clip->getName());
+    }
+    failUnknown(scene, "clip", name, known);
+}
+
 std::vector<SelectedCurve> select(const Scene& scene, const Selection& selection) {
     if (!selection.block.empty()) findBlock(scene, selection.block);
     if (!selection.node.empty()) {

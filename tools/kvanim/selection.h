@@ -8,6 +8,7 @@
 #include <vector>
 
 class kvAnimationBlock;
+class kvAnimationClip;
 class kvAnimationCurve;
 
 namespace kvanim {
@@ -37,6 +38,9 @@ std::vector<SelectedCurve> select(const Scene& scene, const Selection& selection
 
 /// The first block of that name, on a node or on a clip. Throws InputError when there is none.
 kvAnimationBlock& findBlock(const Scene& scene, const std::string& name);
+
+/// The first clip of that name among the scene's own clips. Throws InputError when there is none.
+kvAnimationClip& findClip(const Scene& scene, const std::string& name);
 
 /// All blocks of the scene: on nodes, then on clips of any depth.
 std::vector<kvAnimationBlock*> allBlocks(const Scene& scene);
