@@ -92,14 +92,19 @@ void BinaryReader::linkAll() {
 
     // The deepest nodes first: a node takes its children while it has no parent itself, so the
     // look upwards for cycles that this entails ends at once.
-    std::vector<std::size_t> order(_records.size());
-    for (std::size_t i = 0; i < order.size(); ++i)
-        order[i] = i;
-    std::stable_sort(order.begin(), order.end(), [this](std::size_t a, std::size_t b) {
+    std::vector<std::size_t> nodes;
+    for (std::size_t i = 0; i < _records.size(); ++i) {
+        if (_records[i].container == NullFC) continue;
+        if (_records[i].type->isNode)
+            nodes.push_back(i);
+        else
+            linkRecord(i);
+    }
+    std::stable_sort(nodes.begin(), nodes.end(), [this](std::size_t a, std::size_t b) {
         return _places[a].depth > _places[b].depth;
     });
-    for (const std::size_t index : order)
-        if (_records[index].container != NullFC) linkRecord(index);
+    for (const std::size_t index : nodes)
+        linkRecord(index);
     finishAll();
 }
 

@@ -134,11 +134,10 @@ bool BinaryReader::readField(Record& record, std::string_view name, std::size_t&
     return true;
 }
 
-/// Whether a value that was written as one of `typeName` can be read into a field: of its own type,
-/// or of another whose values are as long.
+/// Whether a value that was written as one of `typeName` can be read into a field of another type:
+/// when the values are as long.
 bool BinaryReader::isReadableAs(const Field& field, std::string_view typeName,
                                 std::size_t size) const {
-    if (typeName == field.getType().getCName()) return true;
     const bool multi = field.getCardinality() == FieldType::MULTI_FIELD;
     if (isMulti(typeName) != multi || isPointerType(typeName)) return false;
     const UInt32 width = binaryWidthOf(field.getContentType().getCName());
@@ -150,10 +149,9 @@ bool BinaryReader::isReadableAs(const Field& field, std::string_view typeName,
 bool BinaryReader::readValue(Record& record, const FieldInfo& info, std::string_view typeName,
                              ByteCursor& bytes) {
     Field& field = *record.container->getField(info.id);
-    const std::string what =
-        "\"" + std::string(info.name) + "\" of a " + std::string(record.type->name);
-    const bool readable = isReadableAs(field, typeName, bytes.left());
     if (typeName != field.getType().getCName()) {
+        const bool readable = isReadableAs(field, typeName, bytes.left());
+        const std::string what = nameOf(record, info);
         _log.warnOnce("kind " + what, "byte " + std::to_string(_bytes.at() - _begin),
                       "the field " + what + " was written as " + std::string(typeName) +
                           (readable ? "" : " and is left out"));
@@ -165,9 +163,14 @@ bool BinaryReader::readValue(Record& record, const FieldInfo& info, std::string_
         CursorHandler handler(bytes);
         field.copyFromBin(handler);
     } catch (const BinaryDataHandler::ReadError&) {
-        return fail("the field " + what + " is damaged");
+        return fail("the field " + nameOf(record, info) + " is damaged");
     }
-    return bytes.left() == 0 || fail("the field " + what + " is longer than its value");
+    return bytes.left() == 0 ||
+           fail("the field " + nameOf(record, info) + " is longer than its value");
+}
+
+std::string BinaryReader::nameOf(const Record& record, const FieldInfo& info) {
+    return "\"" + std::string(info.name) + "\" of a " + std::string(record.type->name);
 }
 
 /// Whether the bytes of a pointer field have the form that they must have.
@@ -189,9 +192,27 @@ bool BinaryReader::takeMemory(std::size_t bytes) {
     return true;
 }
 
-/// Sorts the containers by number; no number may be given twice.
+/// Makes containers found by number; no number may be given twice.
 bool BinaryReader::indexRecords() {
-    _byId.resize(_records.size());
+    UInt32 last = 0;
+    _firstId = _records.empty() ? 0 : _records.front().id;
+    for (const Record& record : _records) {
+        _firstId = (std::min)(_firstId, record.id);
+        last = (std::max)(last, record.id);
+    }
+    // Numbers come from a counter, so mostly a table by number is small.
+    _dense = !_records.empty() && (last - _firstId) / 4 <= _records.size();
+    _byId.assign(_dense ? std::size_t(last - _firstId) + 1 : _records.size(), 0);
+    if (!_dense) return sortRecords();
+    for (std::size_t i = 0; i < _records.size(); ++i) {
+        UInt32& place = _byId[_records[i].id - _firstId];
+        if (place != 0) return failTwice(_records[i].id);
+        place = static_cast<UInt32>(i + 1);
+    }
+    return true;
+}
+
+bool BinaryReader::sortRecords() {
     for (std::size_t i = 0; i < _byId.size(); ++i)
         _byId[i] = static_cast<UInt32>(i);
     const auto idOf = [this](UInt32 index) { return _records[index].id; };
@@ -199,11 +220,18 @@ bool BinaryReader::indexRecords() {
               [&idOf](UInt32 a, UInt32 b) { return idOf(a) < idOf(b); });
     const auto twice = std::adjacent_find(
         _byId.begin(), _byId.end(), [&idOf](UInt32 a, UInt32 b) { return idOf(a) == idOf(b); });
-    return twice == _byId.end() ||
-           fail("the number " + std::to_string(idOf(*twice)) + " is given to two containers");
+    return twice == _byId.end() || failTwice(idOf(*twice));
+}
+
+bool BinaryReader::failTwice(UInt32 id) {
+    return fail("the number " + std::to_string(id) + " is given to two containers");
 }
 
 const BinaryReader::Record* BinaryReader::findRecord(UInt32 id) const {
+    if (_dense) {
+        const std::size_t place = id < _firstId ? _byId.size() : std::size_t(id - _firstId);
+        return place < _byId.size() && _byId[place] != 0 ? &_records[_byId[place] - 1] : nullptr;
+    }
     const auto found =
         std::lower_bound(_byId.begin(), _byId.end(), id, [this](UInt32 index, UInt32 wanted) {
             return _records[index].id < wanted;

@@ -58,10 +58,13 @@ class BinaryReader {
     bool readValue(Record& record, const FieldInfo& info, std::string_view typeName,
                    ByteCursor& bytes);
     bool isReadableAs(const Field& field, std::string_view typeName, std::size_t size) const;
+    static std::string nameOf(const Record& record, const FieldInfo& info);
     bool checkLink(const FieldInfo& info, std::string_view typeName, ByteCursor bytes);
     bool takeMemory(std::size_t bytes);
 
     bool indexRecords();
+    bool sortRecords();
+    bool failTwice(UInt32 id);
     bool placeNodes();
     bool findDepths();
     void linkAll();
@@ -83,8 +86,11 @@ class BinaryReader {
     SceneBuilder _builder;
     std::vector<Record> _records;
     std::vector<Link> _links;
-    /// Numbers of the records, in the order of the containers' numbers in the file.
+    /// The places of the records: one more than each, 0 for none, at the containers' numbers in the
+    /// file from `_firstId` on; or in the order of those numbers when they are far apart.
     std::vector<UInt32> _byId;
+    UInt32 _firstId = 0;
+    bool _dense = false;
     std::vector<TreePlace> _places;
     /// Containers that fields point at which never count.
     std::vector<FieldContainerPtr> _uncounted;

@@ -33,8 +33,10 @@ void BinaryWriter::write(MemoryHandle source, UInt32 size) {
     _out.put(std::string_view(reinterpret_cast<const char*>(source), size));
 }
 
-void BinaryWriter::writeText(const Char8* text) {
-    putValue(std::string(text));
+void BinaryWriter::writeText(std::string_view text) {
+    putValue(static_cast<UInt32>(text.size() + 1));
+    _out.put(text);
+    _out.put('\0');
 }
 
 void BinaryWriter::writeScene(const NodePtr& root) {
@@ -55,7 +57,7 @@ void BinaryWriter::writeScene(const NodePtr& root) {
 
 void BinaryWriter::writeRecord(const FieldContainerPtr& container) {
     const TypeInfo& type = _types.of(container);
-    writeText(type.type->getCName());
+    writeText(type.name);
     putValue(getContainerId(container));
     const BodyKind kind = kindOf(type);
     if (kind != kNoKind) putValue(UInt8(kind));
@@ -115,7 +117,7 @@ void BinaryWriter::writeAttachments(const FieldContainerPtr& container, const Fi
 }
 
 void BinaryWriter::writeFieldHeader(const Field& field, const FieldInfo& info, UInt32 size) {
-    putValue(std::string(info.name));
+    writeText(info.name);
     writeText(field.getType().getCName());
     putValue(size);
 }

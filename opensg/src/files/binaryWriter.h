@@ -11,6 +11,7 @@
 #include <OpenSG/OSGNode.h>
 
 #include <deque>
+#include <string_view>
 
 namespace osg::files {
 
@@ -25,7 +26,7 @@ class BinaryWriter : private BinaryDataHandler {
   private:
     void write(MemoryHandle source, UInt32 size) override;
 
-    void writeText(const Char8* text);
+    void writeText(std::string_view text);
     void writeRecord(const FieldContainerPtr& container);
     void writeField(const FieldContainerPtr& container, const TypeInfo& type,
                     const FieldInfo& info);
