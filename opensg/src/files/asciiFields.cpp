@@ -117,6 +117,7 @@ bool AsciiReader::isContainerNext() {
 /// like others, since what follows may use them.
 bool AsciiReader::skipValue() {
     Frame& frame = _frames.back();
+    const char* const place = _scanner.at();
     frame.field = nullptr;
     if (_scanner.peek() == '[') {
         _scanner.take('[');
@@ -124,6 +125,7 @@ bool AsciiReader::skipValue() {
         return true;
     }
     if (isContainerNext()) return readStatement();
+    _scanner.moveTo(place);
     std::string ignored;
     // A field without any value is passed over as well: some types have no text.
     if (_values.plainValue(StringPlace::kSingle, ignored) != ValueResult::kMalformed) return true;

@@ -164,17 +164,29 @@ void BinaryReader::linkPointers(const Record& record, const Link& link) {
         } else if (info.role == FieldRole::kCore) {
             NodePtr::dcast(record.container)->setCore(NodeCorePtr::dcast(target));
         } else {
-            if (info.isReleased)
-                addRefCP(target);
-            else
-                _uncounted.push_back(target);
-            FieldContainerPtr before;
-            if (!list) before = pointerAt(field, info, 0);
-            // Only a field that stands in the file twice has got something by now.
-            if (info.isReleased && _builder.owns(before)) subRefCP(before);
+            if (!list) release(record, info, pointerAt(field, info, 0));
+            count(record, info, target);
             putPointer(field, info, target);
         }
     }
+}
+
+/// Counts what a field points at. OpenSG's reader does so, too: the container is not told to.
+void BinaryReader::count(const Record& record, const FieldInfo& info,
+                         const FieldContainerPtr& target) {
+    if (!info.isReleased) {
+        _uncounted.push_back(target);
+        return;
+    }
+    addRefCP(target);
+    if (info.isParent) AttachmentPtr::dcast(target)->addParent(record.container);
+}
+
+/// The opposite, for what a field points at that stands in the file twice.
+void BinaryReader::release(const Record& record, const FieldInfo& info, FieldContainerPtr target) {
+    if (!info.isReleased || !_builder.owns(target)) return;
+    if (info.isParent) AttachmentPtr::dcast(target)->subParent(record.container);
+    subRefCP(target);
 }
 
 void BinaryReader::warnOfMisfit(const FieldContainerPtr& target, const FieldInfo& info) {

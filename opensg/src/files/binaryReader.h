@@ -72,6 +72,8 @@ class BinaryReader {
     void linkChildren(std::size_t index);
     void linkAttachments(const AttachmentContainerPtr& carrier, ByteCursor bytes);
     void linkPointers(const Record& record, const Link& link);
+    void count(const Record& record, const FieldInfo& info, const FieldContainerPtr& target);
+    void release(const Record& record, const FieldInfo& info, FieldContainerPtr target);
     void finishAll();
     const Record* findRecord(UInt32 id) const;
     void warnOfMisfit(const FieldContainerPtr& target, const FieldInfo& info);

@@ -18,9 +18,9 @@ bool isPointers(const Field& field) {
            dynamic_cast<const MFFieldContainerPtr*>(&field) != nullptr;
 }
 
-bool isCamera(const FieldContainerType& type) {
-    const FieldContainerType* camera = FieldContainerFactory::the()->findType("Camera");
-    return camera != nullptr && type.isDerivedFrom(*camera);
+bool isA(const FieldContainerType& type, const Char8* name) {
+    const FieldContainerType* other = FieldContainerFactory::the()->findType(name);
+    return other != nullptr && type.isDerivedFrom(*other);
 }
 
 FieldRole roleOf(const Field& field, const FieldDescription& description, const TypeInfo& type) {
@@ -52,7 +52,8 @@ const TypeInfo& ContainerTypes::add(FieldContainerType& type) {
     info.isCore = type.isNodeCore();
     info.isAttachment = type.isAttachment();
     info.isAttachmentContainer = type.isDerivedFrom(AttachmentContainer::getClassType());
-    const bool camera = isCamera(type);
+    const bool camera = isA(type, "Camera");
+    const bool parent = isA(type, "Geometry") || isA(type, "ChunkMaterial");
     const FieldContainerPtr sample = type.getPrototype();
     for (UInt32 i = 1; i <= type.getNumFieldDescs(); ++i) {
         const FieldDescription& description = *type.getFieldDescription(i);
@@ -68,6 +69,8 @@ const TypeInfo& ContainerTypes::add(FieldContainerType& type) {
             entry.text = &fieldTextOf(*field);
         else
             entry.target = FieldContainerFactory::the()->findPointedType(field->getContentType());
+        entry.isParent = parent && entry.isPointer() && entry.target != nullptr &&
+                         entry.target->isDerivedFrom(Attachment::getClassType());
     }
     _byType.emplace(&type, &info);
     _byName.emplace(info.name, &info);

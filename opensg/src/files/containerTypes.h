@@ -38,6 +38,9 @@ struct FieldInfo {
     /// Whether the containers of this type release what this field points at; all do but cameras,
     /// which never count their beacon.
     bool isReleased = true;
+    /// Whether what this field points at knows the container as its parent: the properties of
+    /// geometry and the chunks of materials.
+    bool isParent = false;
 
     /// Whether it is a field of pointers, that of attachments apart.
     bool isPointer() const {

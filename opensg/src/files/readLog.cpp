@@ -11,6 +11,15 @@ namespace {
 /// More warnings than this help nobody and are counted only.
 constexpr std::size_t kMostWarnings = 100;
 
+/// Names out of damaged files may be anything: a message stays one line of readable length.
+std::string oneLine(std::string text) {
+    constexpr std::size_t longest = 500;
+    if (text.size() > longest) text = text.substr(0, longest) + "...";
+    for (char& c : text)
+        if (static_cast<unsigned char>(c) < 32 || c == 127) c = '?';
+    return text;
+}
+
 } // namespace
 
 void ReadLog::warnOnce(const std::string& kind, const std::string& place, const std::string& text) {
@@ -19,7 +28,7 @@ void ReadLog::warnOnce(const std::string& kind, const std::string& place, const 
         return;
     }
     if (!_told.insert(kind).second) return;
-    _warnings.push_back(_fileName + (place.empty() ? "" : ", ") + place + ": " + text);
+    _warnings.push_back(oneLine(_fileName + (place.empty() ? "" : ", ") + place + ": " + text));
 }
 
 void ReadLog::succeed() {
@@ -30,8 +39,9 @@ void ReadLog::succeed() {
 }
 
 void ReadLog::fail(const std::string& place, const std::string& reason) {
-    SWARNING << "Could not read " << _fileName << (place.empty() ? "" : ", ") << place << ": "
-             << reason << std::endl;
+    SWARNING << oneLine("Could not read " + _fileName + (place.empty() ? "" : ", ") + place + ": " +
+                        reason)
+             << std::endl;
 }
 
 } // namespace osg::files

@@ -1,0 +1,125 @@
+// Scenes that are nested so deep that anything recursive would run out of stack.
+
+#include "sceneFileSupport.h"
+
+#include <OpenSG/OSGGroup.h>
+
+#include <gtest/gtest.h>
+
+using namespace osg;
+
+namespace {
+
+/// A million where it does not take long.
+#if defined(NDEBUG)
+constexpr UInt32 kDepth = 1000000;
+#else
+constexpr UInt32 kDepth = 200000;
+#endif
+
+UInt32 depthOf(NodePtr node) {
+    UInt32 depth = 0;
+    while (node->getNChildren() > 0) {
+        node = node->getChild(0);
+        ++depth;
+    }
+    return depth;
+}
+
+std::string nestedText(UInt32 depth, bool closed = true) {
+    std::string text = "#OSG V1.0 \n";
+    for (UInt32 i = 0; i < depth; ++i)
+        text += "Node{children[";
+    if (closed)
+        for (UInt32 i = 0; i < depth; ++i)
+            text += "]}";
+    return text;
+}
+
+TEST(DeepScene, nestedNodesAreReadWrittenAndDestroyed) {
+    const std::size_t before = countContainers();
+    {
+        const Scene scene(readText(nestedText(kDepth)));
+        ASSERT_FALSE(scene.isNull());
+        EXPECT_EQ(depthOf(scene.root()), kDepth);
+        const std::string text = writeText(scene.at({0}));
+        // Indentation must not grow with the depth for ever.
+        EXPECT_LT(text.size(), 400u * kDepth);
+        const Scene again(readText(text));
+        ASSERT_FALSE(again.isNull());
+        EXPECT_EQ(depthOf(again.root()), kDepth);
+    }
+    EXPECT_EQ(countContainers(), before);
+}
+
+TEST(DeepScene, nestedNodesInBinaryForm) {
+    const std::size_t before = countContainers();
+    {
+        const Scene scene(readText(nestedText(kDepth)));
+        ASSERT_FALSE(scene.isNull());
+        const Scene again(readText(writeText(scene.root(), "osb"), "osb"));
+        ASSERT_FALSE(again.isNull());
+        EXPECT_EQ(depthOf(again.root()), kDepth);
+    }
+    EXPECT_EQ(countContainers(), before);
+}
+
+TEST(DeepScene, thatIsCutOffLeavesNothing) {
+    const std::size_t before = countContainers();
+    LogLines log;
+    EXPECT_EQ(readText(nestedText(kDepth, false)), NullFC);
+    EXPECT_EQ(log.take().size(), 1u);
+    EXPECT_EQ(countContainers(), before);
+}
+
+TEST(DeepScene, ofItemsAndUnknownContainers) {
+    const std::size_t before = countContainers();
+    {
+        std::string text = "Node { attachments [ FileSheet { anything ";
+        for (UInt32 i = 0; i < kDepth / 4; ++i)
+            text += "FileItem{next ";
+        text += "NULL";
+        for (UInt32 i = 0; i < kDepth / 4; ++i)
+            text += "}";
+        text += " } ] x ";
+        for (UInt32 i = 0; i < kDepth / 4; ++i)
+            text += "Strange{x[";
+        for (UInt32 i = 0; i < kDepth / 4; ++i)
+            text += "]}";
+        LogLines log;
+        const Scene scene(readText(text + "}"));
+        ASSERT_FALSE(scene.isNull());
+        FieldContainerPtr item = scene.attachment<FileSheet>(scene.at({0}))->getAnything();
+        UInt32 depth = 0;
+        for (; item != NullFC; item = FileItemPtr::dcast(item)->getFollower())
+            ++depth;
+        EXPECT_EQ(depth, kDepth / 4);
+        EXPECT_FALSE(writeText(scene.root()).empty());
+    }
+    EXPECT_EQ(countContainers(), before);
+}
+
+TEST(DeepScene, wideScenesAreReadInLinearTime) {
+    std::string text = "Node { children [ ";
+    for (UInt32 i = 0; i < kDepth; ++i)
+        text += "DEF n" + std::to_string(i) + " Node { } ";
+    text += "] }\nNode { children [ ";
+    // Each of them moves from its first parent to the second.
+    for (UInt32 i = 0; i < kDepth; ++i)
+        text += "USE n" + std::to_string(i) + " ";
+    const Scene scene(readText(text + "] }"));
+    ASSERT_FALSE(scene.isNull());
+    EXPECT_EQ(scene.at({0})->getNChildren(), 0u);
+    EXPECT_EQ(scene.at({1})->getNChildren(), kDepth);
+}
+
+TEST(DeepScene, aCoreInManyNodesIsReadInLinearTime) {
+    std::string text = "DEF g Group { }\nNode { children [ ";
+    for (UInt32 i = 0; i < kDepth; ++i)
+        text += "Node{core USE g}";
+    const Scene scene(readText(text + "] }"));
+    ASSERT_FALSE(scene.isNull());
+    EXPECT_EQ(scene.at({1, 0})->getCore().getRefCount(), static_cast<Int32>(kDepth + 1));
+}
+
+} // namespace
