@@ -70,8 +70,7 @@ bool hasField(const osg::FieldContainerPtr& container, const std::string& name) 
     return container->getType().findFieldDescription(name.c_str()) != nullptr;
 }
 
-// --- by attribute
-// ---------------------------------------------------------------------------------
+// --- by attribute ------------------------------------------------------------------------------
 
 // Whether the attribute is one of these names followed by X, Y or Z, and which of the three.
 bool isAxisOf(std::initializer_list<const char*> names, const std::string& attribute, int& axis) {
@@ -189,8 +188,7 @@ Field boundByAttribute(const osg::NodePtr& node, const std::string& attribute) {
     return boundToField(node, attribute);
 }
 
-// --- as stored
-// ------------------------------------------------------------------------------------
+// --- as stored ---------------------------------------------------------------------------------
 
 // Whether a binding of this name can be one to this container of the node.
 bool fitsTo(const Field& binding, const osg::FieldContainerPtr& container,

@@ -25,8 +25,7 @@ namespace kv::detail {
 
 namespace {
 
-// --- one number
-// -----------------------------------------------------------------------------------
+// --- one number --------------------------------------------------------------------------------
 
 template <class Number>
 Number fromFloat(float value) {
@@ -51,8 +50,7 @@ float toFloat(Number number) {
     return static_cast<float>(number);
 }
 
-// --- one value
-// ------------------------------------------------------------------------------------
+// --- one value ---------------------------------------------------------------------------------
 
 // Parts<Value>: how many numbers a value is, and how to get at each.
 template <class Value, class = void>
@@ -124,8 +122,7 @@ struct Parts<osg::Quaternion> {
     }
 };
 
-// --- one field
-// ------------------------------------------------------------------------------------
+// --- one field ---------------------------------------------------------------------------------
 
 template <class SingleField>
 NumberAccess singleAccess() {

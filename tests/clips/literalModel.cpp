@@ -48,8 +48,7 @@ void forFrames(Curve& curve, Visit visit) {
 
 } // namespace
 
-// --- curve
-// ----------------------------------------------------------------------------------------
+// --- curve -------------------------------------------------------------------------------------
 
 void Curve::stretchLeft(float newStart) {
     if (keys.empty()) return;
@@ -84,8 +83,7 @@ void Curve::flip() {
                      [](const Key& a, const Key& b) { return a.point.x < b.point.x; });
 }
 
-// --- item
-// -----------------------------------------------------------------------------------------
+// --- item --------------------------------------------------------------------------------------
 
 void Item::addCurve(const Curve& curve) {
     curves.push_back(curve);
@@ -142,8 +140,7 @@ void Item::flip() {
     fliped = !fliped;
 }
 
-// --- track
-// ----------------------------------------------------------------------------------------
+// --- track -------------------------------------------------------------------------------------
 
 void Track::sort(bool byEnd) {
     const auto frame = [byEnd](const Item& item) { return byEnd ? item.end : item.start; };
@@ -234,8 +231,7 @@ bool Track::removeClip(const std::string& name, bool recursive) {
     return removed;
 }
 
-// --- clip
-// -----------------------------------------------------------------------------------------
+// --- clip --------------------------------------------------------------------------------------
 
 Track& Clip::trackForInsertion(int index) {
     if (index >= 0 && index < static_cast<int>(tracks.size()))
