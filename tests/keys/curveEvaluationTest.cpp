@@ -190,6 +190,15 @@ TEST(Evaluation, ofSeveralParametersTheFirstCandidateInsideCounts) {
     EXPECT_NEAR(evaluateCurve(&list, 5.0F), y, 1e-3);
 }
 
+TEST(Evaluation, aRootThatRoundingPutsJustBelowZeroStillCounts) {
+    // Three real roots, one of them 0 but for the rounding, at every start of these segments.
+    for (int start = -50; start <= 50; ++start) {
+        const double x = start;
+        const OpenKeyList list = segment(x, 1, x + 2.1, 4, x + 8.3, -4, x + 10, -1);
+        EXPECT_NEAR(evaluateCurve(&list, static_cast<float>(start)), 1.0, 1e-5) << start;
+    }
+}
+
 TEST(Evaluation, aNanValueIsReturnedAsNan) {
     const OpenKeyList list = segment(0, 0, 5, kNaN, 5, 1, 10, 1);
     EXPECT_TRUE(std::isnan(evaluateCurve(&list, 3.0F)));

@@ -69,6 +69,20 @@ TEST(KeyListCopy, linksIntoTheSourceCountAsNone) {
     EXPECT_TRUE(copy.checkConstraints(middle, 1000.0F, 900.0F, 2000.0F));
 }
 
+TEST(KeyListCopy, linksOfACopyLeadNowhereEvenWhereItLiesInThePlaceOfItsSource) {
+    const OpenKeyList source = listOf({0, 10, 20});
+    OpenKeyList copy(source);
+    kvControlPoint& middle = State::keys(copy)[1];
+    Links::previous(middle) = &State::keys(copy)[0];
+    Links::next(middle) = &State::keys(copy)[2];
+    middle.setInTangent({-77, -77});
+    copy.computeTangents(middle);
+    EXPECT_EQ(middle.getInTangent().x, -77.0);
+    copy.sortCPs();
+    copy.computeTangents(middle);
+    EXPECT_NE(middle.getInTangent().x, -77.0);
+}
+
 TEST(KeyListCopy, aCopyOutlivesItsSource) {
     auto source = std::make_unique<OpenKeyList>(listOf({0, 10, 20}));
     source->sortCPs();
