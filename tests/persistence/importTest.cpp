@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
@@ -60,20 +61,24 @@ class Import : public kv::test::PersistenceFixture {
         return result;
     }
 
-    // What the generator of identifiers would draw next, `n` times, without drawing.
-    static std::vector<unsigned> nextDraws(unsigned seed, int n) {
-        std::vector<unsigned> draws;
-        std::srand(seed);
-        for (int i = 0; i < n; ++i) {
-            const int r1 = std::rand() & 0x7FFF;
-            const int r2 = std::rand() & 0x7FFF;
-            draws.push_back(static_cast<unsigned>(r1 * (r2 % 100 + 1)));
+    // What the generator of identifiers will draw next, `n` times. Seeded so that nothing collides:
+    // a collision would draw more.
+    static std::vector<unsigned> nextDraws(int n) {
+        for (unsigned seed = 1;; ++seed) {
+            std::vector<unsigned> draws;
+            bool fresh = true;
+            std::srand(seed);
+            for (int i = 0; i < n; ++i) {
+                const int r1 = std::rand() & 0x7FFF;
+                const int r2 = std::rand() & 0x7FFF;
+                const auto draw = static_cast<unsigned>(r1 * (r2 % 100 + 1));
+                fresh = fresh && !kvAnimationManager2::checkId(draw) &&
+                        std::find(draws.begin(), draws.end(), draw) == draws.end();
+                draws.push_back(draw);
+            }
+            std::srand(seed);
+            if (fresh) return draws;
         }
-        for (const unsigned draw : draws) {
-            EXPECT_FALSE(kvAnimationManager2::checkId(draw)) << "choose another seed";
-        }
-        std::srand(seed);
-        return draws;
     }
 };
 
@@ -190,7 +195,7 @@ TEST_F(Import, nullElementsAreSkipped) {
 
 TEST_F(Import, aLooseCurveDrawsOneIdentifier) {
     attachment(node)->addCurve(curveRecord(node, "translateX", {}));
-    const std::vector<unsigned> draws = nextDraws(1001, 1);
+    const std::vector<unsigned> draws = nextDraws(1);
     I::loadCurvesFromAnimAttachment(node, &manager(), false);
     EXPECT_EQ(curve(0)->getId(), draws[0]);
 }
@@ -200,7 +205,7 @@ TEST_F(Import, aTopLevelBlockKeepsTheSecondIdentifierThatItDraws) {
     record->addCurve(curveRecord(node, "translateX", {1.0F}));
     record->addCurve(curveRecord(node, "translateY", {1.0F}));
     attachment(node)->addBlock(record);
-    const std::vector<unsigned> draws = nextDraws(1002, 5);
+    const std::vector<unsigned> draws = nextDraws(5);
     I::loadBlocksFromAnimAttachment(node, &manager(), false);
     EXPECT_EQ(block(0)->getId(), draws[1]);
     EXPECT_EQ(block(0)->getBlockCurves()[0]->getId(), draws[2]);
@@ -211,7 +216,7 @@ TEST_F(Import, aTopLevelBlockKeepsTheSecondIdentifierThatItDraws) {
 TEST_F(Import, blocksForTheCallerDrawOneIdentifierEach) {
     attachment(node)->addBlock(blockRecord(node, "a"));
     attachment(node)->addBlock(blockRecord(node, "b"));
-    const std::vector<unsigned> draws = nextDraws(1003, 2);
+    const std::vector<unsigned> draws = nextDraws(2);
     const std::vector<kvAnimationBlock*> blocks = I::getBlocksFromAttachment(attachment(node));
     ASSERT_THAT(blocks, SizeIs(2));
     EXPECT_EQ(keep(blocks[0])->getId(), draws[0]);
@@ -225,7 +230,7 @@ TEST_F(Import, aClipKeepsTheThirdIdentifierAndItsItemsDrawTheirOwn) {
     track->addSequence(sequenceRecord("s", 1.0F, 2.0F));
     const osg::AnimationClipPtr nested = osg::AnimationClipBase::create();
     track->addClip(nested);
-    const std::vector<unsigned> draws = nextDraws(1004, 7);
+    const std::vector<unsigned> draws = nextDraws(7);
     I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
     EXPECT_EQ(clip(0)->getId(), draws[2]); // made, registered, renewed
     EXPECT_EQ(clip(0)->getTrack(0)->getBlocks()[0]->getId(), draws[3]);
@@ -610,7 +615,7 @@ TEST_F(Import, theOldestReaderAppendsWithoutIdentifiersAndBindingsAndKeepsTheRec
 
     // Keys 1, 2 and 3 to 6 draw one identifier each; the clip draws one when it is made and one
     // when it is registered.
-    const std::vector<unsigned> draws = nextDraws(1005, 8);
+    const std::vector<unsigned> draws = nextDraws(8);
     const kvAnimationCurve before;
     I::importAnimationAttachment(node, &manager());
     ASSERT_THAT(*manager().getAnimCurves(), SizeIs(1));

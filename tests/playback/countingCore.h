@@ -11,7 +11,7 @@ OSG_BEGIN_NAMESPACE
 class CountingCore;
 typedef FCPtr<NodeCorePtr, CountingCore> CountingCorePtr;
 
-#define KV_COUNTING_CORE_FIELDS(VALUE, POINTER, LIST) VALUE(SFReal32, Amount, "amount")
+#define KV_COUNTING_CORE_FIELDS(VALUE, VALUES, POINTER, LIST) VALUE(SFReal32, Amount, "amount")
 
 /// A core with one number that counts how many edits of it have ended.
 class CountingCore : public NodeCore {
