@@ -613,8 +613,8 @@ TEST_F(Import, theOldestReaderAppendsWithoutIdentifiersAndBindingsAndKeepsTheRec
     inClip->addCurve(curveRecord(node, "translateZ", {5.0F, 6.0F}));
     record->addBlock(inClip);
 
-    // Keys 1, 2 and 3 to 6 draw one identifier each; the clip draws one when it is made and one
-    // when it is registered.
+    // The four keys before the clip draw one identifier each; the clip draws one when it is made
+    // and one when it is registered.
     const std::vector<unsigned> draws = nextDraws(8);
     const kvAnimationCurve before;
     I::importAnimationAttachment(node, &manager());
