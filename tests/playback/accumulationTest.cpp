@@ -308,6 +308,20 @@ class LiteralReapplication : public Accumulation, public testing::WithParamInter
         return nodes;
     }
 
+    // What someone else does to the scene before tick `t`: older records must set it right again.
+    static void disturb(const std::vector<osg::NodePtr>& nodes, int t) {
+        std::mt19937 random(static_cast<unsigned>(t));
+        std::uniform_real_distribution<float> value(-90.0F, 90.0F);
+        for (const osg::NodePtr& mover : nodes) {
+            const float x = value(random);
+            const float y = value(random);
+            kvNodeUtils::setTransformNodeTranslation(mover, x, y, x);
+            kvNodeUtils::setTransformNodeRotation(mover, y, x, y, -1);
+            kvNodeUtils::setTransformNodeScale(mover, x, y, y);
+            mover->setActive(x > 0.0F);
+        }
+    }
+
     static void clean(const osg::NodePtr& mover) {
         kvNodeUtils::setTransformNodeRotation(mover, 0.0F, 0.0F, 0.0F, -1);
         kvNodeUtils::setTransformNodeScale(mover, 1.0F, 1.0F, 1.0F);
@@ -327,6 +341,7 @@ TEST_P(LiteralReapplication, leavesTheSameSceneAndTheSameValues) {
     std::vector<std::vector<std::array<float, 11>>> looks;
     std::vector<std::vector<Field>> values;
     for (int t = 1; t <= kTicks; ++t) {
+        disturb(nodes, t);
         tick(t);
         looks.emplace_back();
         for (const osg::NodePtr& mover : nodes)
@@ -344,6 +359,7 @@ TEST_P(LiteralReapplication, leavesTheSameSceneAndTheSameValues) {
                 kvAnimationManager2::_the.getUpdatedAnimationFields(block, frame, false, false);
             all.insert(all.end(), fields.begin(), fields.end());
         }
+        disturb(nodes, t);
         Controller::execute(all);
         const auto index = static_cast<std::size_t>(t - 1);
         for (std::size_t n = 0; n < nodes.size(); ++n) {
