@@ -118,7 +118,7 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     void subClip(unsigned long id);
     /// The first block with the id leaves the block list, then the first one leaves the scene
     /// blocks.
-    /// @param inClips also take it from the first clip that holds it, at any depth
+    /// With `inClips` it is also taken from the first clip that holds it, at any depth.
     void subAnimationBlock(kvAnimationBlock* block, bool inClips);
     void subAnimationBlock(unsigned long id, bool inClips);
     /// Whether `seq` lies directly on a track of `clip`. Only answers: the clip is not changed
@@ -234,7 +234,7 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     std::vector<AnimationMap> computeCurveValues(kvAnimationBlock* block, float frame);
     /// The active blocks of the clip and of its sub-clips that are active and in range; no hold
     /// rule, and the activity of `clip` itself is not asked.
-    /// @param motionBlurOnly only blocks with the motion-blur flag, at every depth
+    /// `motionBlurOnly` asks only blocks with the motion-blur flag, at every depth.
     std::vector<AnimationMap> computeCurveValues(kvAnimationClip* clip, float frame,
                                                  bool motionBlurOnly);
 
@@ -340,7 +340,7 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     /// @{
     void importCurves(const osg::NodePtr& node, bool resolve);
     void importBlocks(const osg::NodePtr& node, bool resolve);
-    /// @param root the camera node, to which curves of camera blocks are re-targeted
+    /// `root` is the camera node, to which curves of camera blocks are re-targeted.
     void importClips(const osg::NodePtr& node, osg::NodePtr root, bool resolve);
     /// Shares what is stored on `from` with `to`, re-targeted; nothing for nulls or the same node.
     void importCameraAnimations(osg::NodePtr from, osg::NodePtr to);

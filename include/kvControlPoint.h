@@ -38,7 +38,7 @@ class KV_ANIMATIONS_API kvControlPoint {
     kvControlPoint();
 
     /// A key at frame `x` with value `y`. Both handles lie on the key; the old point stays (0, 0).
-    /// @param tangentType a TangentType; other numbers are stored unchanged
+    /// `tangentType` is a TangentType; other numbers are stored unchanged.
     kvControlPoint(double x, double y, int tangentType);
 
     kvControlPoint(const kvControlPoint&) = default;

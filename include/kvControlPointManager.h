@@ -77,8 +77,7 @@ class KV_ANIMATIONS_API kvControlPointManager {
     /// Inserts a key of type Auto at frame `x` with value `y`, drawing one id, and recomputes the
     /// handles of the new key and of its two neighbours. A key at exactly the frame `x` (before
     /// snapping) is replaced.
-    /// @param snapX round the frame to a whole number, halves away from zero
-    /// @param snapY the same for the value
+    /// `snapX` rounds the frame to a whole number, halves away from zero; `snapY` the value.
     void insertCP(double x, double y, bool snapX, bool snapY);
 
     /// Erases the first key whose frame equals `x` exactly; false when there is none. Links and

@@ -35,7 +35,9 @@ struct KV_OPENSG_EXT_API FieldDataTraits2<UInt64>
 /// The first two namespaces of `UInt64` fields belong to OpenSG.
 typedef SField<UInt64, 2> SFIdent64;
 
+/// @cond the manual has no class to put a specialised member under
 template <>
 const FieldType SField<UInt64, 2>::_fieldType;
+/// @endcond
 
 OSG_END_NAMESPACE
