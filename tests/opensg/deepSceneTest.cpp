@@ -99,18 +99,35 @@ TEST(DeepScene, ofItemsAndUnknownContainers) {
     EXPECT_EQ(countContainers(), before);
 }
 
-TEST(DeepScene, wideScenesAreReadInLinearTime) {
+/// Two nodes: the children of the first are moved to the second, from the first or the last on.
+std::string movingText(UInt32 width, bool fromTheLast) {
     std::string text = "Node { children [ ";
-    for (UInt32 i = 0; i < kDepth; ++i)
+    for (UInt32 i = 0; i < width; ++i)
         text += "DEF n" + std::to_string(i) + " Node { } ";
     text += "] }\nNode { children [ ";
-    // Each of them moves from its first parent to the second.
-    for (UInt32 i = 0; i < kDepth; ++i)
-        text += "USE n" + std::to_string(i) + " ";
-    const Scene scene(readText(text + "] }"));
+    for (UInt32 i = 0; i < width; ++i)
+        text += "USE n" + std::to_string(fromTheLast ? width - 1 - i : i) + " ";
+    return text + "] }";
+}
+
+TEST(DeepScene, wideScenesAreReadInLinearTime) {
+    const Scene scene(readText(movingText(kDepth, true)));
     ASSERT_FALSE(scene.isNull());
     EXPECT_EQ(scene.at({0})->getNChildren(), 0u);
     EXPECT_EQ(scene.at({1})->getNChildren(), kDepth);
+    const Scene small(readText(movingText(1000, false)));
+    ASSERT_FALSE(small.isNull());
+    EXPECT_EQ(small.at({1})->getNChildren(), 1000u);
+}
+
+TEST(DeepScene, thatMovesNodesForEverIsRefused) {
+    // The first of many children each time: the square of their number, which is no scene's need.
+    const std::size_t before = countContainers();
+    LogLines log;
+    EXPECT_EQ(readText(movingText(kDepth, false)), NullFC);
+    ASSERT_EQ(log.take().size(), 1u);
+    EXPECT_NE(log.take()[0].find("moved"), std::string::npos);
+    EXPECT_EQ(countContainers(), before);
 }
 
 TEST(DeepScene, aCoreInManyNodesIsReadInLinearTime) {

@@ -352,6 +352,8 @@ bool AsciiReader::addChild(const NodePtr& parent, const FieldContainerPtr& child
     if (node == NullFC) node = _builder.makeNode(NodeCorePtr::dcast(child));
     if (!_builder.mayBeChild(parent, node))
         return fail(place, "a node is made a child of itself or of a node below it");
+    if (!_builder.mayMove(node))
+        return fail(place, "too many nodes are moved from one place to another");
     parent->addChild(node);
     return true;
 }

@@ -89,6 +89,16 @@ bool SceneBuilder::mayBeChild(const NodePtr& parent, const NodePtr& child) {
     return true;
 }
 
+bool SceneBuilder::mayMove(const NodePtr& node) {
+    const NodePtr parent = node->getParent();
+    if (parent == NullFC) return true;
+    const std::size_t cost =
+        parent->getNChildren() - static_cast<std::size_t>(parent->findChild(node));
+    if (cost > _stepsLeft) return false;
+    _stepsLeft -= cost;
+    return true;
+}
+
 void SceneBuilder::release() {
     _released = true;
     for (FieldContainerPtr& orphan : _orphans)

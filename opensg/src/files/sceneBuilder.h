@@ -17,7 +17,7 @@ namespace osg::files {
 /// points at what by then.
 class SceneBuilder {
   public:
-    /// `inputSize` bounds the work spent on the search for cycles.
+    /// `inputSize` bounds the work that is spent on searching for cycles and on moving nodes.
     explicit SceneBuilder(std::size_t inputSize) : _stepsLeft(16 * inputSize + 1000000) {}
     ~SceneBuilder();
 
@@ -51,6 +51,10 @@ class SceneBuilder {
 
     /// Whether `child` may be put below `parent` without becoming its own ancestor.
     bool mayBeChild(const NodePtr& parent, const NodePtr& child);
+
+    /// Whether a node may still be taken away from its parent, which costs as much as there are
+    /// children behind it. Files made to move nodes about for hours are not worth that.
+    bool mayMove(const NodePtr& node);
 
     /// Hands the scene over: nothing is destroyed but orphans.
     void release();
