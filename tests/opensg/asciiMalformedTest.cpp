@@ -3,6 +3,9 @@
 
 #include "sceneFileSupport.h"
 
+#include <OpenSG/OSGFieldContainerFactory.h>
+#include <OpenSG/OSGPointLight.h>
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -157,23 +160,48 @@ const char* const kTangle =
     "Node { attachments [ DEF t FileSheet { target Node { attachments [ USE t USE s ] } } ] }\n"
     "DEF stray FileItem { next USE i }\n";
 
+/// Opens the circles of references of a scene out of kTangle, and lets it go.
+void untie(NodePtr root, UInt32 firstId) {
+    addRefCP(root);
+    const UInt32 end = getContainerId(root) + 1000;
+    for (UInt32 id = firstId; id < end; ++id) {
+        const FieldContainerPtr container = FieldContainerFactory::the()->getContainer(id);
+        if (const FileSheetPtr sheet = FileSheetPtr::dcast(container)) {
+            sheet->setTarget(NullFC);
+            sheet->setAnything(NullFC);
+        } else if (const FileItemPtr item = FileItemPtr::dcast(container)) {
+            item->setFollower(NullFC);
+        } else if (const PointLightPtr light = PointLightPtr::dcast(container)) {
+            light->setBeacon(NullFC);
+        }
+    }
+    subRefCP(root);
+}
+
 TEST(AsciiMalformed, textCutOffAnywhereIsRefusedWithoutALeak) {
     const std::string text(kTangle);
     const std::size_t before = countContainers();
-    for (std::size_t length = 0; length < text.size(); ++length) {
+    UInt32 scenes = 0;
+    for (std::size_t length = 0; length <= text.size() + 1; ++length) {
+        // The last one is the whole text and a brace too many.
+        const std::string part = length > text.size() ? text + "}" : text.substr(0, length);
+        NodePtr first = Node::create();
+        const UInt32 firstId = getContainerId(first);
+        addRefCP(first);
+        subRefCP(first);
         LogLines log;
-        NodePtr root = readText(text.substr(0, length));
-        // Only behind a closing brace at the top is there a scene: then it has circles by right.
-        if (root != NullFC) continue;
-        ASSERT_EQ(log.take().size(), 1u) << length;
+        const NodePtr root = readText(part);
+        if (root == NullFC) {
+            ASSERT_EQ(log.take().size(), 1u) << length;
+            continue;
+        }
+        // Behind a closing brace at the top the text is a scene.
+        ++scenes;
+        untie(root, firstId);
     }
-    LogLines log;
-    // Whole, the text is a scene; broken at its end, it leaves nothing.
-    const std::size_t whole = countContainers();
-    EXPECT_GT(whole, before);
-    EXPECT_EQ(readText(text + "}"), NullFC);
-    EXPECT_EQ(readText(text + "Node {"), NullFC);
-    EXPECT_EQ(countContainers(), whole);
+    EXPECT_GT(scenes, 0u);
+    EXPECT_LT(scenes, 12u);
+    EXPECT_EQ(countContainers(), before);
 }
 
 TEST(AsciiMalformed, theSceneOfOpenSG18CutOffAnywhereIsRefused) {
