@@ -3,13 +3,17 @@
 //
 //   kv_bench_fresh insert N      N keys inserted in ascending order into one curve, each key
 //   kv_bench_fresh ids N         N identifiers, each
+//   kv_bench_fresh addBlock N    N blocks added to one clip, each block
+//   kv_bench_fresh exportClip N  a clip of N blocks exported to the root, each block
+//   kv_bench_fresh importClip N  the same clip imported again, each block
 //   kv_bench_fresh read FILE     the scene read from FILE; milliseconds
 //   kv_bench_fresh write FILE    the scene of FILE written again; milliseconds
 //   kv_bench_fresh getline FILE  std::getline over FILE; milliseconds
 //   kv_bench_fresh fprintf FILE  the numbers of the keys of FILE printed with fprintf; milliseconds
-#include "support/curves.h"
+#include "support/scene.h"
 
 #include <kvAnimationBlock.h>
+#include <kvAnimationClip.h>
 #include <kvAnimationManager2.h>
 
 #include <OpenSG/OSGBaseFunctions.h>
@@ -22,6 +26,7 @@
 #include <fstream>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -48,6 +53,44 @@ double ids(std::size_t count) {
             sum += kvAnimationManager2::createUniqueId();
     });
     return sum == 0 ? 0.0 : seconds / static_cast<double>(count) * 1e9;
+}
+
+/// Blocks of one curve with four keys, out of order of their starts.
+std::vector<kvAnimationBlock*> makeBlocks(std::size_t count, const osg::NodePtr& node) {
+    std::vector<kvAnimationBlock*> blocks;
+    blocks.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        auto* const curve = new kvAnimationCurve("translateX");
+        curve->setAppropriateNode(node);
+        kvAnimationUtils2::createAnimationField(curve);
+        const float start = static_cast<float>(i * 7919U % count);
+        for (std::size_t k = 0; k < 4; ++k) {
+            const float x = start + 10.0F * static_cast<float>(k);
+            curve->importControlPoint(x, kv::bench::keyValue(k), x - 1.0F, 0.0F, x + 1.0F, 0.0F, 6);
+        }
+        blocks.push_back(new kvAnimationBlock(node));
+        blocks.back()->addCurve(curve);
+    }
+    return blocks;
+}
+
+/// What building, storing and reading back a clip of `count` blocks takes.
+double clipOf(std::size_t count, const std::string& what) {
+    const osg::NodePtr root = kv::bench::makeTransform();
+    osg::addRefCP(root);
+    const std::vector<kvAnimationBlock*> blocks = makeBlocks(count, root);
+    auto* const clip = new kvAnimationClip;
+    double seconds = secondsOf([&] {
+        for (kvAnimationBlock* block : blocks)
+            clip->addBlock(block);
+    });
+    kvAnimationManager2& manager = kvAnimationManager2::_the;
+    if (what != "addBlock") {
+        manager.addClip(clip);
+        seconds = secondsOf([&] { manager.exportClips(root, false); });
+    }
+    if (what == "importClip") seconds = secondsOf([&] { manager.importClips(root, root, false); });
+    return seconds / static_cast<double>(count) * 1e9;
 }
 
 osg::NodePtr readScene(const char* file) {
@@ -114,6 +157,8 @@ int main(int argc, char** argv) {
         result = insert(count);
     else if (what == "ids")
         result = ids(count);
+    else if (what == "addBlock" || what == "exportClip" || what == "importClip")
+        result = clipOf(count, what);
     else if (what == "read")
         result = read(argv[2]);
     else if (what == "write")

@@ -65,6 +65,17 @@ ratio "one curve, 8192 keys, random frames" "$(of kv_bench_ladder curve/keys:819
 ratio "a key inserted in ascending order, the 100,000th" "$(fresh insert 100000)" \
     "$(fresh insert 1000)" 2 ns "the 1,000th"
 ratio "an identifier, of 300,000" "$(fresh ids 300000)" "$(fresh ids 1000)" 2 ns "of 1,000"
+for depth in 1 2 4; do
+    ratio "a tick of a clip of 1000 blocks, nested to depth $depth, a curve" \
+        "$(of kv_bench_ladder "clipTick/blocks:1000/depth:$depth" | awk '{ print $1 / 10000 }')" \
+        "$(of kv_bench_ladder "clipTick/blocks:100/depth:$depth" | awk '{ print $1 / 1000 }')" \
+        1.3 ns "the same of 100 blocks"
+done
+# n log n: a block may cost log 4000 / log 1000, log 16000 / log 1000 times as much.
+ratio "a block added to a clip, of 4,000" "$(fresh addBlock 4000)" "$(fresh addBlock 1000)" 1.2 ns "of 1,000"
+ratio "a block added to a clip, of 16,000" "$(fresh addBlock 16000)" "$(fresh addBlock 1000)" 1.4 ns "of 1,000"
+ratio "a clip exported, a block of 16,000" "$(fresh exportClip 16000)" "$(fresh exportClip 1000)" 2 ns "of 1,000"
+ratio "a clip imported, a block of 16,000" "$(fresh importClip 16000)" "$(fresh importClip 1000)" 2 ns "of 1,000"
 fresh ids 1000000 > "$work/ids-1M.txt"
 
 if [[ -r $models/01_01.bvh ]]; then

@@ -1,56 +1,24 @@
 // A tick of playback through the controller: a block of 10, 100 and 1000 curves, evaluated and
 // written into the transforms of its nodes.
-#include "support/curves.h"
+#include "support/scene.h"
 
 #include <kvAnimationBlock.h>
 #include <kvAnimationController2.h>
 #include <kvAnimationManager2.h>
-#include <kvAnimationUtils2.h>
-#include <OSGTransform3D.h>
 
 #include <OpenSG/OSGBaseFunctions.h>
-#include <OpenSG/OSGNode.h>
 
 #include <benchmark/benchmark.h>
 
-#include <array>
-
 namespace {
 
-double now = 0.0;
-double clockOfTheBenchmark() {
-    return now;
-}
-
-constexpr std::array<const char*, 9> kAttributes = {"translateX", "translateY", "translateZ",
-                                                    "rotateX",    "rotateY",    "rotateZ",
-                                                    "scaleX",     "scaleY",     "scaleZ"};
-
-osg::NodePtr makeTransform() {
-    osg::NodePtr node = osg::Node::create();
-    osg::beginEditCP(node, osg::Node::CoreFieldMask);
-    node->setCore(osg::Transform3D::create());
-    osg::endEditCP(node, osg::Node::CoreFieldMask);
-    return node;
-}
-
-/// Nine curves a node.
 class Stage {
   public:
-    explicit Stage(std::size_t curves) : _root(makeTransform()), _block(_root) {
+    explicit Stage(std::size_t curves) : _root(kv::bench::makeTransform()), _block(_root) {
         osg::addRefCP(_root);
-        osg::NodePtr node = osg::NullFC;
-        for (std::size_t i = 0; i < curves; ++i) {
-            if (i % kAttributes.size() == 0) {
-                node = makeTransform();
-                _root->addChild(node);
-            }
-            kvAnimationCurve* curve = new kvAnimationCurve(kAttributes[i % kAttributes.size()]);
-            curve->setAppropriateNode(node);
-            kvAnimationUtils2::createAnimationField(curve);
-            kv::bench::fillCurve(*curve, 100);
-            _block.addCurve(curve);
-        }
+        kv::bench::CurveMaker maker(_root);
+        for (std::size_t i = 0; i < curves; ++i)
+            _block.addCurve(maker.make(100));
         _block.setRepeat(true);
     }
     ~Stage() { osg::subRefCP(_root); }
@@ -67,12 +35,12 @@ class Stage {
 void tick(benchmark::State& state) {
     osg::osgInit(0, nullptr);
     Stage stage(static_cast<std::size_t>(state.range(0)));
-    kvAnimationManager2::setSimulationTimeCB(&clockOfTheBenchmark);
+    kvAnimationManager2::setSimulationTimeCB(&kv::bench::clock);
     kvAnimationController2::setAnimationManager(&kvAnimationManager2::_the);
     kvAnimationController2::setFPS(60.0F);
     kvAnimationController2::play(&stage.block(), false, false);
     for (auto _ : state) {
-        now += 1.0 / 60.0;
+        kv::bench::now += 1.0 / 60.0;
         kvAnimationController2::animationLoop();
     }
     kvAnimationController2::stop();

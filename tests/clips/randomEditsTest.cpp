@@ -300,7 +300,16 @@ void expectSortedByStart(const kvAnimationClip& clip) {
         RC_ASSERT(std::is_sorted(
             blocks.begin(), blocks.end(),
             [](const kvAnimationBlock* a, const kvAnimationBlock* b) { return *a < *b; }));
-        for (const kvAnimationClip* sub : track->getClips())
+        const auto& sequences = track->getSequences();
+        RC_ASSERT(std::is_sorted(
+            sequences.begin(), sequences.end(),
+            [](const kvAnimationSequence2* a, const kvAnimationSequence2* b) { return *a < *b; }));
+        const auto& clips = track->getClips();
+        RC_ASSERT(
+            std::is_sorted(clips.begin(), clips.end(), [](kvAnimationClip* a, kvAnimationClip* b) {
+                return a->getStartFrame() < b->getStartFrame();
+            }));
+        for (const kvAnimationClip* sub : clips)
             expectSortedByStart(*sub);
     }
 }
@@ -355,19 +364,20 @@ TEST(RandomEdits, ofTheModelAreComparedInFullWhenNothingIsStretched) {
 
 TEST(FlipTwice, restoresCurvesAndBlocksWithExactFrames) {
     EXPECT_TRUE(rc::check([] {
-        const std::vector<int> ticks =
-            *rc::gen::nonEmpty(rc::gen::unique<std::vector<int>>(rc::gen::inRange(-1000, 1000)));
-        std::vector<int> sorted = ticks;
-        std::sort(sorted.begin(), sorted.end());
-        auto* curve = new kvAnimationCurve("a");
-        for (const int tick : sorted) {
-            const float x = 0.5F * static_cast<float>(tick);
-            curve->importControlPoint(x, 0.3F * x, x - 0.25F, 1.0F, x + 0.125F, 2.0F,
-                                      kvControlPoint::User);
-        }
         kvAnimationClip clip;
         auto* block = new kvAnimationBlock(std::string("b"));
-        block->addCurve(curve);
+        for (int curves = *rc::gen::inRange(1, 4); curves > 0; --curves) {
+            std::vector<int> ticks = *rc::gen::nonEmpty(
+                rc::gen::unique<std::vector<int>>(rc::gen::inRange(-1000, 1000)));
+            std::sort(ticks.begin(), ticks.end());
+            auto* curve = new kvAnimationCurve("a");
+            for (const int tick : ticks) {
+                const float x = 0.5F * static_cast<float>(tick);
+                curve->importControlPoint(x, 0.3F * x, x - 0.25F, 1.0F, x + 0.125F, 2.0F,
+                                          kvControlPoint::User);
+            }
+            block->addCurve(curve);
+        }
         clip.addBlock(block);
         const std::string before = describe(clip);
         block->flip();

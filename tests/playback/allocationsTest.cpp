@@ -57,6 +57,38 @@ TEST_F(WarmTick, ofAClipAllocatesNothingBetweenWholeFrames) {
     EXPECT_NEAR(shown(node, 1), 59.39F, 1e-3);
 }
 
+TEST_F(WarmTick, ofAClipAllocatesOnlyTheListOfSequencesThatAreDue) {
+    kvAnimationClip* const clip = makeClip();
+    for (int i = 0; i < 30; ++i) {
+        auto* const block = new kvAnimationBlock(node, "b");
+        // Out of order, and two curves on one component: nothing here is a special case.
+        const auto start = static_cast<float>((i * 7) % 30);
+        block->addCurve(makeRamp(node, start, 1000.0F, static_cast<unsigned>(i) % 3));
+        clip->addBlock(block);
+        auto* const nested = new kvAnimationClip;
+        auto* const deep = new kvAnimationBlock(node, "d");
+        deep->addCurve(makeRamp(node, start, 1000.0F));
+        nested->addBlock(deep);
+        clip->addSubclip(nested);
+    }
+    clip->addSequence(makeSequence("due", 80.0F, 89.0F));
+    Controller::play(clip, false, false);
+    for (int frame = 0; frame < 60; ++frame)
+        tickAt(frame / 25.0);
+    const auto allocationsUpTo = [](int first, int last) {
+        return kvtest::allocationsOf([=] {
+            for (int frame = first; frame < last; ++frame)
+                tickAt(frame / 25.0); // a new whole frame every time
+        });
+    };
+    EXPECT_EQ(allocationsUpTo(60, 80), 0U) << "an empty list allocates nothing";
+    // The list that computeSequences returns; the host's side of the call keeps its own list.
+    executed().reserve(16);
+    EXPECT_EQ(allocationsUpTo(80, 90), 10U);
+    EXPECT_EQ(executed().size(), 10U);
+    EXPECT_EQ(allocationsUpTo(90, 110), 0U);
+}
+
 TEST_F(WarmTick, ofTheSelectedCurvesAllocatesNothing) {
     const std::unique_ptr<kvAnimationCurve> curve(makeRamp(node, 0.0F, 1000.0F));
     kvAnimationManager2::_the.setSelectedCurves({curve.get()});

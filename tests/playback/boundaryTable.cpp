@@ -130,6 +130,10 @@ std::vector<Operation> makeOperations() {
                        Controller::pause();
                        Controller::play(osg::NodePtr(osg::NullFC), false);
                    })});
+    all.push_back({"Calls blocked",
+                   "`play`, a tick at the frame; then, recorded, `blockCalls(true)` and a tick one "
+                   "frame later.",
+                   kAll, thenTick([] { Controller::blockCalls(true); })});
     all.push_back({"Fast forward",
                    "`play`, a tick at the frame; then, recorded, `fastForward()` "
                    "and a tick one (slow) frame later. All the time since `play` counts three "

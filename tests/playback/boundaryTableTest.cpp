@@ -149,6 +149,15 @@ TEST(BoundaryRow, ofAPauseGoesOn) {
     EXPECT_THAT(seen.flags, ElementsAre("playing", "pausing"));
 }
 
+TEST(BoundaryRow, ofBlockedCallsIsSilentUntilTheLastTick) {
+    const Seen inside = row("Calls blocked", Played::clip, "inside");
+    EXPECT_THAT(inside.events, ElementsAre("write", "run B"));
+    EXPECT_THAT(inside.flags, ElementsAre("playing", "blocking"));
+    const Seen end = row("Calls blocked", Played::clip, "last");
+    EXPECT_THAT(end.events, ElementsAre("write", "updateCMFrame"));
+    EXPECT_THAT(end.flags, IsEmpty());
+}
+
 TEST(BoundaryRow, ofAFastForwardTriplesTheTimeSincePlay) {
     // One frame's time after the start is three frames; after frame 25 it is 10 + 3 * 16 = 58.
     EXPECT_EQ(row("Fast forward", Played::block, "start").controllerFrame, "13");
