@@ -26,6 +26,7 @@
 #include <fstream>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -131,7 +132,7 @@ double printNumbers(const char* file) {
     const double seconds = secondsOf([&] {
         for (kvAnimationBlock* block : kvAnimationManager2::_the.getSceneBlocks()) {
             for (kvAnimationCurve* curve : block->getBlockCurves()) {
-                for (const kvControlPoint& key : curve->getCPs()) {
+                for (const kvControlPoint& key : std::as_const(*curve).getCPs()) {
                     for (const kvControlPoint::Point p :
                          {key.getPoint(), key.getInTangent(), key.getOutTangent()})
                         std::fprintf(out, "%.9g %.9g\n", p.x, p.y);

@@ -18,6 +18,7 @@
 #include <iostream>
 #include <map>
 #include <memory>
+#include <utility>
 
 namespace kvanim {
 namespace {
@@ -31,7 +32,7 @@ Json range(float start, float end) {
 
 Json describe(kvAnimationCurve& curve) {
     const kvAnimationUtils2::AnimationField field = curve.getAnimationField();
-    const std::vector<kvControlPoint>& keys = curve.getCPs();
+    const std::vector<kvControlPoint>& keys = std::as_const(curve).getCPs();
     Json json{{"attribute", curve.getAnimatedAttribute()},
               {"node", nameOf(curve.getAppropriateNode())},
               {"keys", keys.size()},
@@ -98,7 +99,7 @@ Totals totalsOf(const Scene& scene) {
     totals.blocks = allBlocks(scene).size();
     for (const SelectedCurve& one : select(scene, {})) {
         ++totals.curves;
-        totals.keys += one.curve->getCPs().size();
+        totals.keys += std::as_const(*one.curve).getCPs().size();
     }
     return totals;
 }

@@ -60,7 +60,7 @@ struct View {
 View viewOf(const std::vector<SelectedCurve>& curves) {
     View view;
     for (const SelectedCurve& one : curves) {
-        for (const kvControlPoint& key : one.curve->getCPs()) {
+        for (const kvControlPoint& key : std::as_const(*one.curve).getCPs()) {
             view.include(key.getPoint());
             view.include(key.getInTangent());
             view.include(key.getOutTangent());
@@ -77,7 +77,7 @@ Colour colourOf(kvAnimationCurve& curve) {
 }
 
 bool crowded(kvAnimationCurve& curve, const View& view) {
-    const std::vector<kvControlPoint>& keys = curve.getCPs();
+    const std::vector<kvControlPoint>& keys = std::as_const(curve).getCPs();
     if (keys.size() < 2) return false;
     const double width = view.x(keys.back().getPoint().x) - view.x(keys.front().getPoint().x);
     return !(width / static_cast<double>(keys.size()) >= kDensest);
@@ -120,7 +120,7 @@ std::vector<double> samplesOf(kvAnimationCurve& curve, const View& view) {
     for (double px = kLeft; px <= kLeft + kPlotWidth; px += 1.0 / 3.0)
         frames.push_back(view.frameAt(px));
     if (!crowded(curve, view)) {
-        for (const kvControlPoint& key : curve.getCPs()) {
+        for (const kvControlPoint& key : std::as_const(curve).getCPs()) {
             const float frame = static_cast<float>(key.getPoint().x);
             frames.push_back(static_cast<double>(std::nextafter(frame, -HUGE_VALF)));
             frames.push_back(static_cast<double>(frame));
@@ -156,7 +156,7 @@ void drawKeys(cairo_t* cairo, kvAnimationCurve& curve, const View& view) {
     if (crowded(curve, view)) return;
     const Colour colour = colourOf(curve);
     cairo_set_line_width(cairo, 0.8);
-    for (const kvControlPoint& key : curve.getCPs()) {
+    for (const kvControlPoint& key : std::as_const(curve).getCPs()) {
         const kvControlPoint::Point p = key.getPoint();
         for (const kvControlPoint::Point h : {key.getInTangent(), key.getOutTangent()}) {
             if (h.x == p.x && h.y == p.y) continue;

@@ -12,6 +12,7 @@
 #include <OpenSG/OSGMatrix.h>
 
 #include <initializer_list>
+#include <utility>
 
 namespace kvanim {
 namespace {
@@ -32,7 +33,7 @@ void addCurve(std::string& text, kvAnimationCurve& curve, const std::string& ind
                                    std::to_string(field.valuePosition) + ")"
                              : std::string("to nothing")) +
             '\n';
-    for (const kvControlPoint& key : curve.getCPs()) {
+    for (const kvControlPoint& key : std::as_const(curve).getCPs()) {
         text += indent + "  key " + std::to_string(key.getTangentType());
         addPoint(text, key.getPoint());
         addPoint(text, key.getInTangent());
