@@ -71,28 +71,28 @@ class Traversal : public ::testing::Test {
             osgTypedFunctionFunctor2CPtrRef<Action::ResultE, NodePtr, Action::ResultE>(leave));
     }
 
-    Held<NodePtr> root{named("root")};
+    Held<NodePtr> root{named("top")};
 };
 
 TEST_F(Traversal, goesDepthFirstParentsBeforeChildren) {
     EXPECT_EQ(enter(), Action::Continue);
-    EXPECT_EQ(seen, "root a a1 a2 b b1 c ");
+    EXPECT_EQ(seen, "top a a1 a2 b b1 c ");
 }
 
 TEST_F(Traversal, visitsInvisibleNodesToo) {
     root->getChild(0)->setActive(false);
     EXPECT_EQ(enter(), Action::Continue);
-    EXPECT_EQ(seen, "root a a1 a2 b b1 c ");
+    EXPECT_EQ(seen, "top a a1 a2 b b1 c ");
 }
 
 TEST_F(Traversal, skipsChildrenAndGoesOn) {
     skipAt = "a";
     EXPECT_EQ(enter(), Action::Continue);
-    EXPECT_EQ(seen, "root a b b1 c ");
+    EXPECT_EQ(seen, "top a b b1 c ");
 }
 
 TEST_F(Traversal, skippedRootIsAllThereIs) {
-    skipAt = "root";
+    skipAt = "top";
     EXPECT_EQ(enter(), Action::Continue);
     EXPECT_EQ(seen, "root ");
 }
@@ -100,7 +100,7 @@ TEST_F(Traversal, skippedRootIsAllThereIs) {
 TEST_F(Traversal, quitsAtOnce) {
     quitAt = "a2";
     EXPECT_EQ(enter(), Action::Quit);
-    EXPECT_EQ(seen, "root a a1 a2 ");
+    EXPECT_EQ(seen, "top a a1 a2 ");
 }
 
 TEST_F(Traversal, visitsANullRootOnce) {
@@ -119,25 +119,25 @@ TEST_F(Traversal, quitAtANullRootIsTheResult) {
 
 TEST_F(Traversal, leavesEveryNodeAfterItsChildren) {
     EXPECT_EQ(enterAndLeave(), Action::Continue);
-    EXPECT_EQ(seen, "root a a1 /a1 a2 /a2 /a b b1 /b1 /b c /c /root ");
+    EXPECT_EQ(seen, "top a a1 /a1 a2 /a2 /a b b1 /b1 /b c /c /top ");
 }
 
 TEST_F(Traversal, leavesASkippedNodeToo) {
     skipAt = "c";
     EXPECT_EQ(enterAndLeave(), Action::Continue);
-    EXPECT_EQ(seen.substr(0, 42), "root a a1 /a1 a2 /a2 /a b b1 /b1 /b c /c(s");
+    EXPECT_EQ(seen.substr(0, 41), "top a a1 /a1 a2 /a2 /a b b1 /b1 /b c /c(s");
 }
 
 TEST_F(Traversal, leavesEverythingThatIsOpenOnQuit) {
     quitAt = "a1";
     EXPECT_EQ(enterAndLeave(), Action::Quit);
-    EXPECT_EQ(seen, "root a a1 /a1(quit) /a(quit) /root(quit) ");
+    EXPECT_EQ(seen, "top a a1 /a1(quit) /a(quit) /top(quit) ");
 }
 
 TEST_F(Traversal, leavingMayQuit) {
     quitLeaving = "a2";
     EXPECT_EQ(enterAndLeave(), Action::Quit);
-    EXPECT_EQ(seen, "root a a1 /a1 a2 /a2 /a(quit) /root(quit) ");
+    EXPECT_EQ(seen, "top a a1 /a1 a2 /a2 /a(quit) /top(quit) ");
 }
 
 TEST_F(Traversal, walksSeveralRootsInOrder) {
@@ -161,7 +161,7 @@ TEST_F(Traversal, takesLambdasWithoutCaptures) {
                                            return Action::Skip;
                                        })),
               Action::Continue);
-    EXPECT_EQ(seen, "root");
+    EXPECT_EQ(seen, "top");
 }
 
 class Counter {

@@ -30,8 +30,8 @@ class Log {
     /// Lines of this level and all more severe ones are shown.
     void setLogLevel(LogLevel level) { _level = level; }
 
-    /// Sends lines to a file, which is overwritten. Null closes it and sends lines to standard error
-    /// again; a file that cannot be opened changes nothing.
+    /// Sends lines to a file, which is overwritten. Null closes it and sends lines to standard
+    /// error again; a file that cannot be opened changes nothing.
     void setLogFile(const Char8* fileName);
 
     /// Whether lines begin with their level.
