@@ -195,10 +195,12 @@ AccessByType makeTable() {
               SFVec2us, SFVec3us, SFVec4us, SFPnt2s, SFPnt3s, SFPnt4s>(table);
     addSingle<SFColor3f, SFColor4f, SFColor3ub, SFColor4ub, SFMatrix, SFQuaternion>(table);
     addMulti<MFInt8, MFUInt8, MFInt16, MFUInt16, MFInt32, MFUInt32, MFInt64, MFUInt64, MFReal32,
-             MFReal64, MFGLenum, MFTime>(table);
+             MFReal64, MFGLenum, MFTime, MFBitVector>(table);
     addMulti<MFVec2f, MFVec3f, MFVec4f, MFVec2d, MFVec3d, MFVec4d, MFPnt2f, MFPnt3f, MFPnt4f,
              MFPnt2d, MFPnt3d, MFPnt4d>(table);
-    addMulti<MFColor3f, MFColor4f, MFMatrix, MFQuaternion>(table);
+    addMulti<MFVec2b, MFVec3b, MFVec4b, MFVec2ub, MFVec3ub, MFVec4ub, MFVec2s, MFVec3s, MFVec4s,
+             MFVec2us, MFVec3us, MFVec4us, MFPnt2s, MFPnt3s, MFPnt4s>(table);
+    addMulti<MFColor3f, MFColor4f, MFColor3ub, MFColor4ub, MFMatrix, MFQuaternion>(table);
     table.emplace(MFBool::getClassType().getId(), boolListAccess());
     return table;
 }

@@ -202,6 +202,25 @@ TEST_F(FieldValues, aListCountsThroughAllNumbersOfItsElements) {
     EXPECT_EQ(read(box, "switches", 1), 1.0F);
 }
 
+TEST_F(FieldValues, listsOfSmallIntegersAreWrittenInPlace) {
+    box->getShortVectors().push_back(osg::Vec3s(1, 2, 3));
+    box->getShortVectors().push_back(osg::Vec3s(4, 5, 6));
+    write(box, "shortVectors", 4, 40000.0F);
+    ASSERT_EQ(box->getShortVectors().size(), 2U) << "nothing is appended";
+    EXPECT_EQ(box->getShortVectors()[1], osg::Vec3s(4, 32767, 6)) << "clamped to the type";
+    expectOneEdit(NumberBox::ShortVectorsFieldMask);
+    EXPECT_EQ(read(box, "shortVectors", 3), 4.0F);
+    box->getBytePairs().push_back(osg::Vec2ub(1, 2));
+    write(box, "bytePairs", 1, 7.5F);
+    EXPECT_EQ(box->getBytePairs()[0], osg::Vec2ub(1, 8));
+    box->getShortPoints().push_back(osg::Pnt2s(1, 2));
+    write(box, "shortPoints", 0, -7.5F);
+    EXPECT_EQ(box->getShortPoints()[0], osg::Pnt2s(-8, 2));
+    box->getByteColors().push_back(osg::Color4ub(1, 2, 3, 4));
+    write(box, "byteColors", 3, 255.0F);
+    EXPECT_EQ(box->getByteColors()[0], osg::Color4ub(1, 2, 3, 255));
+}
+
 TEST_F(FieldValues, anEmptyListHasNoNumbers) {
     write(box, "weights", 0, 1.0F);
     EXPECT_TRUE(box->getWeights().empty());

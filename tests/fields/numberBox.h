@@ -53,6 +53,10 @@ typedef FCPtr<NodeCorePtr, NumberBox> NumberBoxPtr;
     VALUES(MFVec3f, Points, "points")                                                              \
     VALUES(MFBool, Switches, "switches")                                                           \
     VALUES(MFInt32, Counts, "counts")                                                              \
+    VALUES(MFVec3s, ShortVectors, "shortVectors")                                                  \
+    VALUES(MFVec2ub, BytePairs, "bytePairs")                                                       \
+    VALUES(MFPnt2s, ShortPoints, "shortPoints")                                                    \
+    VALUES(MFColor4ub, ByteColors, "byteColors")                                                   \
     VALUES(MFString, Labels, "labels")                                                             \
     POINTER(SFNodePtr, Target, "target")
 
