@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The demo: real motion capture becomes curves on a scene, is saved, read back by another process,
-# compared exactly, played in real time and drawn. Ends with a table of what was verified.
+# compared exactly, played in real time, drawn and checked. Ends with a table of what was verified.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -80,6 +80,35 @@ say "the curves of $joint"
 "$kvanim" plot "$out/mocap.osg" --node "$joint" -o "$out/curves.png"
 "$kvanim" plot "$out/mocap.osg" --node "$joint" -o "$out/curves.svg"
 
+say "check: the imported scene is sound"
+"$kvanim" check "$out/mocap.osg" | tee "$out/check.txt"
+
+say "check: the same scene, broken on purpose"
+# Each line touches the first place that it fits.
+sed -E \
+    -e '0,/ ControlPoint 0 /s// ControlPoint -2 /' \
+    -e '0,/ OutTangent 0\.5 /s// OutTangent -1 /' \
+    -e '0,/ InTangent 0\.5 /s// InTangent 0 /' \
+    -e '0,/ ControlPoint 5 /s// ControlPoint 3.5 /' \
+    -e '0,/ ControlPoint 9 .*/s// ControlPoint 9 nan/' \
+    -e '0,/ ControlPoint 12 /s// ControlPoint 11 /' \
+    -e '0,/AFValuePosition 2/s//AFValuePosition 1/' \
+    -e '0,/AFGlobalFieldName "scale"/s//AFGlobalFieldName "nowhere"/' \
+    "$out/mocap.osg" > "$out/broken.osg"
+code=0
+"$kvanim" check "$out/broken.osg" > "$out/broken.txt" || code=$?
+cat "$out/broken.txt"
+if [[ $code != 3 ]]; then
+    echo "check ended with $code on a broken scene, not with 3" >&2
+    exit 1
+fi
+for kind in no-value time-backwards unsorted-frames equal-frames not-finite same-scalar field-gone; do
+    if ! grep -q "^$kind: " "$out/broken.txt"; then
+        echo "check found no $kind in the broken scene" >&2
+        exit 1
+    fi
+done
+
 say "verified"
 row() { printf '  %-52s %s\n' "$1" "$2"; }
 row "records equal after save and load" "$blocks blocks, $curves curves, $keys keys"
@@ -88,5 +117,7 @@ row "nodes whose world matrix changes over the frames" "$moving"
 row "largest deviation from the source, any channel" \
     "$(awk '/^  [a-z]+[XYZ] /{ if ($2 + 0 > m) m = $2 + 0 } END { print m }' "$out/import.txt")"
 row "playback" "$(tail -n 1 "$out/play.txt")"
+row "check of the imported scene" "$(tail -n 1 "$out/check.txt")"
+row "check of the broken scene" "$(tail -n 1 "$out/broken.txt"), exit code 3 as it must be"
 row "scene file" "$(du -h "$out/mocap.osg" | cut -f1) $out/mocap.osg"
 row "pictures" "$out/curves.png $out/curves.svg"

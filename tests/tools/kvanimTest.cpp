@@ -55,7 +55,8 @@ class WithScene : public ::testing::Test {
 
 TEST(KvanimUsage, everySubcommandHasHelpWithAnExample) {
     const Program program;
-    for (const char* command : {"import", "info", "dump", "eval", "play", "plot"}) {
+    for (const char* command :
+         {"import", "info", "dump", "eval", "play", "plot", "check", "fields", "convert"}) {
         const Outcome outcome = program.run(std::string(command) + " --help");
         EXPECT_EQ(outcome.code, 0) << command;
         EXPECT_THAT(outcome.out, HasSubstr("Example: kvanim " + std::string(command))) << command;
@@ -83,7 +84,8 @@ TEST(KvanimBadInput, sceneFilesThatCannotBeRead) {
     program.write("text.osg", "hello\n");
     program.write("empty.osg", "");
     program.write("truncated.osg", "#OSG V1.0 \nNode {\n    children [\n        Node {\n");
-    for (const char* command : {"info", "dump", "play", "plot -o p.svg", "eval --frames 0:1"}) {
+    for (const char* command : {"info", "dump", "play", "plot -o p.svg", "eval --frames 0:1",
+                                "check", "fields", "convert -o c.osg"}) {
         const std::string start = std::string(command) + " ";
         expectRefused(program.run(start + "missing.osg"), "missing.osg", "no such file");
         expectRefused(program.run(start + "."), ".", "directory");

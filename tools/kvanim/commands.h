@@ -12,5 +12,8 @@ void addEval(CLI::App& program);
 void addPlay(CLI::App& program);
 void addPlot(CLI::App& program);
 void addDump(CLI::App& program);
+void addCheck(CLI::App& program);
+void addFields(CLI::App& program);
+void addConvert(CLI::App& program);
 
 } // namespace kvanim

@@ -1,7 +1,7 @@
 // kvanim: looks into, evaluates, plays and plots the animation of scene files.
 //
 // Exit codes: 0 success, 1 bad input (one line on standard error with file and reason), 2 bad
-// usage.
+// usage, 3 a check that found something.
 #include "commands.h"
 
 #include <OpenSG/OSGBaseFunctions.h>
@@ -25,8 +25,13 @@ int run(int argc, char** argv) {
     kvanim::addPlay(program);
     kvanim::addPlot(program);
     kvanim::addDump(program);
+    kvanim::addCheck(program);
+    kvanim::addFields(program);
+    kvanim::addConvert(program);
     try {
         program.parse(argc, argv);
+    } catch (const CLI::RuntimeError& outcome) {
+        return outcome.get_exit_code(); // the command ran and tells its outcome by this
     } catch (const CLI::ParseError& error) {
         // Help is an "error" with exit code 0.
         return program.exit(error) == 0 ? 0 : kBadUsage;

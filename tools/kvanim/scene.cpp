@@ -4,6 +4,7 @@
 #include "errors.h"
 #include "logCapture.h"
 #include "outputFile.h"
+#include "storedClips.h"
 
 #include <kvAnimationAttachmentInteraction.h>
 #include <kvAnimationBlock.h>
@@ -91,6 +92,12 @@ Scene::~Scene() {
 }
 
 Scene Scene::load(const std::string& file) {
+    Scene scene = read(file);
+    scene.takeAnimation();
+    return scene;
+}
+
+Scene Scene::read(const std::string& file) {
     requireReadable(file);
     LogCapture log;
     const osg::NodePtr read = osg::SceneFileHandler::the().read(file.c_str(), nullptr);
@@ -99,13 +106,17 @@ Scene Scene::load(const std::string& file) {
         throw InputError(file, "is not a readable scene" + (said.empty() ? said : ": " + said));
     if (!said.empty()) std::cerr << said << '\n';
     Scene scene(withoutWrapper(read, file), file);
-    kvAnimationManager2::buildAnimationBlockList(scene.root());
-    for (const osg::NodePtr& node : scene.nodes()) {
+    requireMeasuredClips(scene);
+    return scene;
+}
+
+void Scene::takeAnimation() {
+    kvAnimationManager2::buildAnimationBlockList(_root);
+    for (const osg::NodePtr& node : nodes()) {
         kvAnimationAttachmentInteraction::loadCurvesFromAnimAttachment(node, &manager(), false);
         kvAnimationAttachmentInteraction::loadClipsFromAnimAttachment(node, &manager(), osg::NullFC,
                                                                       false);
     }
-    return scene;
 }
 
 const std::vector<kvAnimationBlock*>& Scene::blocks() const {
@@ -144,6 +155,10 @@ void Scene::save(const std::string& file) {
     manager().exportCurves();
     manager().exportAnimationBlocks();
     if (!clips().empty()) manager().exportClips(_root, false);
+    write(file);
+}
+
+void Scene::write(const std::string& file) const {
     replaceFile(file, [&](const std::string& temporary) {
         return osg::SceneFileHandler::the().write(_root, temporary.c_str());
     });

@@ -19,6 +19,13 @@ class Scene {
     /// Reads the scene file and takes all animation out of its attachments. Throws InputError.
     static Scene load(const std::string& file);
 
+    /// Reads the scene file and leaves its animation in the attachments. Throws InputError, also
+    /// for clips that are nested in themselves or without measure.
+    static Scene read(const std::string& file);
+
+    /// Takes all animation out of the attachments of a scene that was read.
+    void takeAnimation();
+
     /// Takes a scene over: a root that nobody counts yet, or with the one reference of whoever
     /// hands it over.
     Scene(const osg::NodePtr& root, std::string file);
@@ -49,6 +56,10 @@ class Scene {
     /// Stores all animation in the scene and writes it. Throws InputError; then the file is as it
     /// was.
     void save(const std::string& file);
+
+    /// Writes the scene as it stands, animation that was taken out left out. Throws InputError;
+    /// then the file is as it was.
+    void write(const std::string& file) const;
 
     /// Writes the values of all blocks and clips at the frame into the scene graph.
     void apply(float frame) const;
