@@ -197,6 +197,23 @@ TEST_F(KvanimCheck, curvesAndBlocksNeedTheirNode) {
     EXPECT_EQ(found[0]["curve"], nullptr);
 }
 
+TEST_F(KvanimCheck, aBlockWithoutANodeSpeaksForItsCurvesButNotForTheirFields) {
+    CurveText curve;
+    curve.node = "";
+    EXPECT_THAT(kinds(sceneText(blockText("Walk", text(curve), ""))), ElementsAre("node-gone"));
+    curve = CurveText();
+    curve.globalFieldName = "transportation";
+    EXPECT_THAT(kinds(sceneText(blockText("Walk", text(curve), ""))),
+                ElementsAre("node-gone", "field-gone"));
+}
+
+TEST_F(KvanimCheck, aNameWithALineEndMakesNoSecondLine) {
+    program.write("scene.osg", sceneText(blockText("Walk\nnode-gone", "")));
+    EXPECT_EQ(program.run("check scene.osg").out,
+              "empty-block: node \"Hips\", block \"Walk?node-gone\": the block has no curves\n"
+              "scene.osg: 1 finding in 1 blocks, 0 curves, 0 keys\n");
+}
+
 TEST_F(KvanimCheck, aBlockOfATrackWithoutANodeIsSeenAlthoughLoadingDropsIt) {
     const auto found = findings(
         sceneText("", "", clipText("Dance", trackText(blockText("Walk", text(CurveText()), "")))));
@@ -216,6 +233,14 @@ TEST_F(KvanimCheck, aNodeThatOnlyTheRecordsHoldIsNotInTheScene) {
     ASSERT_EQ(found.size(), 1u);
     EXPECT_EQ(found[0]["kind"], "node-gone");
     EXPECT_THAT(found[0]["reason"].get<std::string>(), HasSubstr("not in the scene"));
+}
+
+TEST_F(KvanimCheck, aBindingToANodeOutsideTheSceneIsLost) {
+    std::string scene = sceneText("", text(CurveText()));
+    const std::string own = "AFAppNode USE Hips";
+    scene.replace(scene.find(own), own.size(),
+                  "AFAppNode Node {\ncore ComponentTransform {\n}\n}\n");
+    EXPECT_THAT(kinds(scene), ElementsAre("field-gone"));
 }
 
 TEST_F(KvanimCheck, aBindingNeedsItsFieldAndItsNode) {

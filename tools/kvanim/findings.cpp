@@ -3,6 +3,8 @@
 
 #include "numbers.h"
 
+#include <algorithm>
+
 namespace kvanim {
 
 std::string lineOf(const Finding& finding) {
@@ -18,7 +20,12 @@ std::string lineOf(const Finding& finding) {
         add("frames " + shortest(*finding.frame) + " to " + shortest(*finding.lastFrame));
     else if (finding.frame)
         add("frame " + shortest(*finding.frame));
-    return finding.kind + ": " + place + ": " + finding.reason;
+    std::string line = finding.kind + ": " + place + ": " + finding.reason;
+    // Names come from files; one with a line end must not look like two findings.
+    std::replace_if(
+        line.begin(), line.end(),
+        [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, '?');
+    return line;
 }
 
 } // namespace kvanim

@@ -105,6 +105,29 @@ Binding scalarOf(const kvAnimationUtils2::AnimationField& field) {
     return DrivenScalar{field.fcId, "special " + field.fieldName, 0};
 }
 
+void checkValues(kvAnimationCurve& curve, const KeyAtFrame& stored, const Place& place, int samples,
+                 Findings& findings) {
+    const std::vector<kvControlPoint>& keys = static_cast<const kvAnimationCurve&>(curve).getCPs();
+    if (keys.size() < 2) {
+        findings.push_back({"no-value",
+                            place,
+                            {},
+                            {},
+                            {},
+                            std::to_string(keys.size()) + (keys.size() == 1 ? " key" : " keys") +
+                                ": a curve has no value with fewer than two"});
+    }
+    for (const SegmentFault& fault : segmentFaults(curve, samples)) {
+        const auto at = stored.find(static_cast<float>(keys[fault.key].getPoint().x));
+        const std::size_t index = at == stored.end() ? fault.key : at->second;
+        const char* kind = fault.backwards ? "time-backwards" : "no-value";
+        const char* reason = fault.backwards ? "the handles make time run backwards"
+                             : fault.whole   ? "no value anywhere between this key and the next"
+                                             : "no value in a part of the segment";
+        findings.push_back({kind, place, index, fault.first, fault.last, reason});
+    }
+}
+
 } // namespace
 
 void checkFrame(float frame, const Place& place, Findings& findings) {
@@ -128,7 +151,7 @@ bool CurveChecker::isInScene(const osg::NodePtr& node) const {
     return node != osg::NullFC && _nodes.count(osg::getContainerId(node)) != 0;
 }
 
-Binding CurveChecker::check(const osg::AnimationCurvePtr& stored, Place place, bool sayUnbound,
+Binding CurveChecker::check(const osg::AnimationCurvePtr& stored, Place place, bool sayNode,
                             Findings& findings) const {
     place.curve = stored->getBelongs2Attribute();
     const osg::NodePtr node = stored->getAppropriateNode();
@@ -139,42 +162,22 @@ Binding CurveChecker::check(const osg::AnimationCurvePtr& stored, Place place, b
 
     const std::string& field = stored->getAFFieldName();
     // The id of a container is of another process; it says nothing without the node.
-    const bool lostField = !field.empty() && stored->getAFAppNode() == osg::NullFC;
+    const bool lostField = !field.empty() && !isInScene(stored->getAFAppNode());
     const kvAnimationUtils2::AnimationField bound = curve.getAnimationField();
     const auto report = [&](const char* kind, const std::string& reason) {
-        if (sayUnbound) findings.push_back({kind, place, {}, {}, {}, reason});
+        findings.push_back({kind, place, {}, {}, {}, reason});
     };
-    if (node == osg::NullFC)
-        report("node-gone", "the curve has no node");
-    else if (!isInScene(node))
-        report("node-gone", "the curve's node is not in the scene");
-    else if (lostField)
-        report("field-gone", "the node of the bound field \"" + field + "\" is gone");
-    else if (bound.fcId == 0)
+    if (!isInScene(node)) {
+        if (sayNode)
+            report("node-gone", node == osg::NullFC ? "the curve has no node"
+                                                    : "the curve's node is not in the scene");
+    } else if (lostField) {
+        report("field-gone", "the node of the bound field \"" + field + "\" is not in the scene");
+    } else if (bound.fcId == 0) {
         report("field-gone",
                "the node has no field for \"" + (field.empty() ? place.curve : field) + '"');
-
-    const std::size_t count = static_cast<const kvAnimationCurve&>(curve).getCPs().size();
-    if (count < 2)
-        findings.push_back({"no-value",
-                            place,
-                            {},
-                            {},
-                            {},
-                            std::to_string(count) + (count == 1 ? " key" : " keys") +
-                                ": a curve has no value with fewer than two"});
-    for (const SegmentFault& fault : segmentFaults(curve, _samples)) {
-        const kvControlPoint& key = static_cast<const kvAnimationCurve&>(curve).getCPs()[fault.key];
-        const auto at = keys.find(static_cast<float>(key.getPoint().x));
-        const std::size_t index = at == keys.end() ? fault.key : at->second;
-        if (fault.backwards)
-            findings.push_back({"time-backwards", place, index, fault.first, fault.last,
-                                "the handles make time run backwards"});
-        else
-            findings.push_back({"no-value", place, index, fault.first, fault.last,
-                                fault.whole ? "no value anywhere between this key and the next"
-                                            : "no value in a part of the segment"});
     }
+    checkValues(curve, keys, place, _samples, findings);
     if (lostField) return std::nullopt;
     return scalarOf(bound);
 }

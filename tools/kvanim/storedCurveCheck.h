@@ -31,9 +31,9 @@ class CurveChecker {
 
     bool isInScene(const osg::NodePtr& node) const;
 
-    /// Checks one curve; answers what it drives, if it drives anything. `sayUnbound` false leaves
-    /// out what is wrong with its node and its field.
-    Binding check(const osg::AnimationCurvePtr& curve, Place place, bool sayUnbound,
+    /// Checks one curve; answers what it drives, if it drives anything. `sayNode` false leaves
+    /// out that its node is gone.
+    Binding check(const osg::AnimationCurvePtr& curve, Place place, bool sayNode,
                   Findings& findings) const;
 
   private:
