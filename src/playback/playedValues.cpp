@@ -9,16 +9,14 @@
 namespace kv {
 namespace detail {
 
-PlayedValues::PlayedValues() : _plain(std::make_shared<std::vector<Field>>()) {}
-
 PlayedValues::~PlayedValues() = default;
 
 std::vector<PlayedValues::Field>& PlayedValues::replace() {
     _accumulated.reset();
-    if (_plain.use_count() > 1) {
-        _plain = std::make_shared<std::vector<Field>>(); // someone is still writing the old one
-    } else {
+    if (_plain.use_count() == 1) {
         _plain->clear();
+    } else {
+        _plain = std::make_shared<std::vector<Field>>(); // the first, or the old one is in use
     }
     return *_plain;
 }
@@ -26,7 +24,7 @@ std::vector<PlayedValues::Field>& PlayedValues::replace() {
 void PlayedValues::accumulate(const std::vector<Field>& evaluation) {
     if (!_accumulated) {
         _accumulated = std::make_shared<AccumulatedValues>();
-        _accumulated->add(*_plain);
+        if (_plain) _accumulated->add(*_plain);
     } else if (_accumulated.use_count() > 1) {
         _accumulated = std::make_shared<AccumulatedValues>(*_accumulated);
     }
@@ -39,12 +37,14 @@ void PlayedValues::write() {
         return;
     }
     const std::shared_ptr<std::vector<Field>> fields = _plain;
+    if (!fields) return;
     for (const Field& field : *fields)
         kvAnimationUtils2::setRealFieldValue(field);
 }
 
 std::vector<PlayedValues::Field> PlayedValues::all() const {
-    return _accumulated ? _accumulated->all() : *_plain;
+    if (_accumulated) return _accumulated->all();
+    return _plain ? *_plain : std::vector<Field>();
 }
 
 } // namespace detail

@@ -19,7 +19,9 @@ class PlayedValues {
   public:
     using Field = kvAnimationUtils2::AnimationField;
 
-    PlayedValues();
+    /// Without records, and without running any code: the transport's one exists for a host's
+    /// global objects whatever the order in which globals are constructed.
+    constexpr PlayedValues() noexcept = default;
     ~PlayedValues();
 
     /// Forgets all records and returns the empty list that takes the new ones. Its storage is that
@@ -37,7 +39,7 @@ class PlayedValues {
     std::vector<Field> all() const;
 
   private:
-    std::shared_ptr<std::vector<Field>> _plain;
+    std::shared_ptr<std::vector<Field>> _plain;      // null until something was evaluated
     std::shared_ptr<AccumulatedValues> _accumulated; // null while the list is plain
 };
 
