@@ -30,7 +30,7 @@ class Measure {
         const osg::UInt32 id = osg::getContainerId(clip);
         const auto known = _sizes.find(id);
         if (known != _sizes.end()) {
-            if (known->second.open) fail(clip, "is nested in itself");
+            if (known->second.open) failNestedInItself(clip);
             return known->second;
         }
         if (depth > kDeepest) fail(clip, tooDeep());
@@ -61,6 +61,16 @@ class Measure {
 
     static std::string tooDeep() {
         return "is part of a nesting of more than " + std::to_string(kDeepest) + " clips";
+    }
+
+    /// Opens the circle as well: records that hold each other would outlive the scene.
+    [[noreturn]] void failNestedInItself(const osg::AnimationClipPtr& clip) const {
+        const InputError error(_file, "clip \"" + clip->getName() + "\" is nested in itself");
+        clip->clearSubclips();
+        osg::MFAnimationTrackPtr& tracks = *clip->getMFTracks();
+        for (osg::UInt32 i = 0; i < tracks.getSize(); ++i)
+            if (tracks[i] != osg::NullFC) tracks[i]->clearClips();
+        throw error;
     }
 
     [[noreturn]] void fail(const osg::AnimationClipPtr& clip, const std::string& what) const {
