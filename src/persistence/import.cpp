@@ -15,6 +15,10 @@
 
 #include <OSGCameraSetting.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
 using osg::NullFC;
 using osg::UInt32;
 
@@ -25,10 +29,34 @@ bool isCameraNode(const osg::NodePtr& node) {
     return core != NullFC && core->getType().isDerivedFrom(osg::CameraSetting::getClassType());
 }
 
+// The clips that are being read, outermost first. A damaged file may nest a clip in itself or
+// deeper than any stack reaches; what cannot be entered is left out.
+std::vector<UInt32> openClips;
+constexpr std::size_t kDeepestNesting = 1000;
+
+class OpenClip {
+  public:
+    explicit OpenClip(const osg::AnimationClipPtr& stored) {
+        const UInt32 id = osg::getContainerId(stored);
+        _entered = openClips.size() < kDeepestNesting &&
+                   std::find(openClips.begin(), openClips.end(), id) == openClips.end();
+        if (_entered) openClips.push_back(id);
+    }
+    ~OpenClip() {
+        if (_entered) openClips.pop_back();
+    }
+    OpenClip(const OpenClip&) = delete;
+    OpenClip& operator=(const OpenClip&) = delete;
+
+    bool entered() const { return _entered; }
+
+  private:
+    bool _entered;
+};
+
 } // namespace
 
 // --- keys and curves
-// ------------------------------------------------------------------------------
 
 void kvAnimationAttachmentInteraction::importPointToCurve(const ControlPointPtr& stored,
                                                           kvAnimationCurve* curve,
@@ -83,7 +111,6 @@ void kvAnimationAttachmentInteraction::loadCurvesFromAnimAttachment(const osg::N
 }
 
 // --- blocks
-// ---------------------------------------------------------------------------------------
 
 void kvAnimationAttachmentInteraction::loadBlockFlags(const BlockPtr& stored,
                                                       kvAnimationBlock* block) {
@@ -165,10 +192,10 @@ kvAnimationAttachmentInteraction::getBlocksFromAttachment(const AttachmentPtr& a
 }
 
 // --- tracks
-// --------------------------------------------------------------------------------------- Items go
-// straight into the lists of their track. Sorting and measuring the track after every one of them,
-// as adding does, would have the same result at a quadratic price; it happens once, when the
-// outermost track is complete, and from there reaches everything below.
+//
+// Items go straight into the lists of their track. Sorting and measuring the track after every one
+// of them, as adding does, would have the same result at a quadratic price; it happens once, when
+// the outermost track is complete, and from there reaches everything below.
 
 void kvAnimationAttachmentInteraction::importBlockToTrack(const BlockPtr& stored,
                                                           kvAnimationTrack* track,
@@ -199,6 +226,8 @@ void kvAnimationAttachmentInteraction::importClipToTrack(const ClipPtr& stored,
                                                          kvAnimationManager2* manager,
                                                          const osg::NodePtr& cameraNode) {
     if (manager == nullptr || track == nullptr || stored == NullFC) return;
+    const OpenClip open(stored);
+    if (!open.entered()) return;
     kvAnimationClip* const clip = new kvAnimationClip(stored->getName());
     loadClipFlags(stored, clip);
     osg::MFAnimationTrackPtr& tracks = *stored->getMFTracks();
@@ -235,7 +264,6 @@ void kvAnimationAttachmentInteraction::importTrackToClip(const TrackPtr& stored,
 }
 
 // --- clips
-// ----------------------------------------------------------------------------------------
 
 // For a clip that is still empty: a filled one would be mirrored here.
 void kvAnimationAttachmentInteraction::loadClipFlags(const ClipPtr& stored, kvAnimationClip* clip) {
@@ -271,6 +299,8 @@ void kvAnimationAttachmentInteraction::loadSubclip(const ClipPtr& stored, kvAnim
                                                    kvAnimationManager2* manager,
                                                    const osg::NodePtr& cameraNode) {
     if (manager == nullptr || parent == nullptr || stored == NullFC) return;
+    const OpenClip open(stored);
+    if (!open.entered()) return;
     kvAnimationClip* const clip = new kvAnimationClip(stored->getName());
     loadClipFlags(stored, clip);
     loadDirectContent(stored, clip, manager, cameraNode);
@@ -289,6 +319,7 @@ void kvAnimationAttachmentInteraction::loadClipsFromAnimAttachment(const osg::No
     for (UInt32 i = 0; i < clips.getSize(); ++i) {
         const ClipPtr stored = clips[i];
         if (stored == NullFC) continue;
+        const OpenClip open(stored);
         kvAnimationClip* const clip = new kvAnimationClip(stored->getName());
         manager->addClip(clip);
         loadClipFlags(stored, clip);
@@ -309,7 +340,6 @@ void kvAnimationAttachmentInteraction::loadClipsFromAnimAttachment(const osg::No
 }
 
 // --- the oldest form
-// ------------------------------------------------------------------------------
 
 void kvAnimationAttachmentInteraction::importAnimationAttachment(const osg::NodePtr& node,
                                                                  kvAnimationManager2* manager) {

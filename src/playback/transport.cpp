@@ -95,7 +95,6 @@ osg::NodePtr kvAnimationController2::resolveTransformNode(const osg::NodePtr& no
 }
 
 // --- starting
-// -------------------------------------------------------------------------------------
 
 void kvAnimationController2::play(kvAnimationBlock* block, bool reverse, bool ignoreActivity) {
     if (block == nullptr) return;
@@ -191,7 +190,6 @@ void kvAnimationController2::playGlobal(bool reverse, bool connectedGlobalSlider
 }
 
 // --- stopping, speed
-// ------------------------------------------------------------------------------
 
 void kvAnimationController2::pause() {
     _pausing = !_pausing;
@@ -220,7 +218,6 @@ void kvAnimationController2::fastBackward() {
 void kvAnimationController2::repeat(bool) {}
 
 // --- resets
-// ---------------------------------------------------------------------------------------
 
 void kvAnimationController2::reset(kvAnimationBlock* block) {
     stop();
@@ -253,7 +250,6 @@ void kvAnimationController2::reset(kvAnimationClip* clip) {
 }
 
 // --- jumps of a block or a clip: apply, then notify; the list of played values is left alone
-// -------
 
 void kvAnimationController2::gotoStart(kvAnimationBlock* block) {
     if (block != nullptr) jump(block, block->getStartFrame(), kWritesToSettle);
@@ -283,7 +279,6 @@ void kvAnimationController2::jump(Item* item, float frame, int writes) {
 }
 
 // --- jumps of a play type: notify, then apply
-// -----------------------------------------------------
 
 void kvAnimationController2::gotoStart(PlayType type) {
     jump(type, true);
@@ -350,7 +345,6 @@ float kvAnimationController2::selectedFrame(bool toStart) {
 }
 
 // --- notifications, all of them silent while calls are blocked
-// ------------------------------------
 
 void kvAnimationController2::notifyClipMaker() {
     if (!_blocking) kvAnimationEvent::updateClipMakerFrame();

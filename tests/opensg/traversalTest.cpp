@@ -94,7 +94,7 @@ TEST_F(Traversal, skipsChildrenAndGoesOn) {
 TEST_F(Traversal, skippedRootIsAllThereIs) {
     skipAt = "top";
     EXPECT_EQ(enter(), Action::Continue);
-    EXPECT_EQ(seen, "root ");
+    EXPECT_EQ(seen, "top ");
 }
 
 TEST_F(Traversal, quitsAtOnce) {

@@ -446,6 +446,30 @@ TEST_F(Import, nestedClipsAreReadToAnyDepth) {
     EXPECT_EQ(c->getTrack(0)->getBlocks()[0]->getBlockName(), "deepest");
 }
 
+TEST_F(Import, aClipThatIsStoredInsideItselfIsReadOnce) {
+    osg::AnimationClipPtr record;
+    const osg::AnimationTrackPtr track = clipWithTrack(record);
+    track->addClip(record);
+    I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
+    EXPECT_THAT(clip(0)->getTrack(0)->getClips(), IsEmpty());
+    track->clearClips(); // the record held itself
+}
+
+TEST_F(Import, clipsNestedDeeperThanAStackReachesAreCutOff) {
+    osg::AnimationClipPtr record;
+    osg::AnimationTrackPtr track = clipWithTrack(record);
+    for (int i = 0; i < 3000; ++i) {
+        const osg::AnimationClipPtr nested = osg::AnimationClipBase::create();
+        track->addClip(nested);
+        track = addTrack(nested);
+    }
+    I::loadClipsFromAnimAttachment(node, &manager(), NullFC, false);
+    int levels = 1;
+    for (kvAnimationClip* c = clip(0); !c->getTrack(0)->getClips().empty(); ++levels)
+        c = c->getTrack(0)->getClips()[0];
+    EXPECT_EQ(levels, 1000);
+}
+
 TEST_F(Import, itemsOfATrackEndInTheOrderThatAddingThemOneByOneGives) {
     const std::vector<std::vector<float>> ranges = {{30.0F, 40.0F}, {10.0F, 60.0F}, {10.0F, 20.0F},
                                                     {30.0F, 40.0F}, {0.0F, 5.0F},   {10.0F, 20.0F}};

@@ -29,7 +29,9 @@ Program::~Program() {
 
 Outcome Program::run(const std::string& arguments, const std::string& before) const {
     const std::string outFile = _folder + ".out", errorFile = _folder + ".err";
-    const std::string command = "cd '" + _folder + "' && " + before + " '" KV_KVANIM "' " +
+    const std::string command = "cd '" + _folder + "' && " + before +
+                                " LSAN_OPTIONS=suppressions='" KV_LEAKS_OF_OTHERS
+                                "':print_suppressions=0 '" KV_KVANIM "' " +
                                 arguments + " > '" + outFile + "' 2> '" + errorFile +
                                 "' < /dev/null";
     const int status = std::system(command.c_str());
