@@ -43,16 +43,16 @@ void requireReadable(const std::string& file) {
 }
 
 /// Reading an ASCII scene puts a Group above the file's own root. It is taken off again, so that a
-/// scene that is loaded and saved does not grow by a level each time.
+/// scene that is loaded and saved does not grow by a level each time. The caller takes a reference
+/// to the root over.
 osg::NodePtr withoutWrapper(osg::NodePtr read, const std::string& file) {
     const bool ascii = file.find(".osg") != std::string::npos;
+    osg::addRefCP(read);
     if (!ascii || read->getNChildren() != 1) return read;
     const osg::NodePtr own = read->getChild(0);
-    osg::addRefCP(read);
     osg::addRefCP(own);
     read->subChild(own);
     osg::subRefCP(read);
-    // The caller takes the reference over; until then the count is 1 and the root has no parent.
     return own;
 }
 
@@ -65,7 +65,8 @@ std::string nameOf(const osg::NodePtr& node) {
 }
 
 Scene::Scene(const osg::NodePtr& root, std::string file) : _root(root), _file(std::move(file)) {
-    if (_root.getRefCount() == 0) osg::addRefCP(_root);
+    // A reference of its own: those that the file's animation holds go when it is loaded.
+    osg::addRefCP(_root);
 }
 
 Scene::Scene(Scene&& other) noexcept : _root(other._root), _file(std::move(other._file)) {
@@ -104,8 +105,17 @@ Scene Scene::read(const std::string& file) {
     const std::string said = log.end();
     if (read == osg::NullFC)
         throw InputError(file, "is not a readable scene" + (said.empty() ? said : ": " + said));
+    // OpenSG hands out what stands before an error, too: half a scene, to be taken for a whole one.
+    if (said.find("syntax error") != std::string::npos) {
+        osg::NodePtr half = read;
+        osg::addRefCP(half);
+        osg::subRefCP(half);
+        throw InputError(file, "is not a readable scene: " + said);
+    }
     if (!said.empty()) std::cerr << said << '\n';
-    Scene scene(withoutWrapper(read, file), file);
+    osg::NodePtr root = withoutWrapper(read, file);
+    Scene scene(root, file);
+    osg::subRefCP(root);
     requireMeasuredClips(scene);
     return scene;
 }
@@ -160,7 +170,18 @@ void Scene::save(const std::string& file) {
 
 void Scene::write(const std::string& file) const {
     replaceFile(file, [&](const std::string& temporary) {
-        return osg::SceneFileHandler::the().write(_root, temporary.c_str());
+        // Into a stream of our own: OpenSG does not notice a disk that is full.
+        std::ofstream stream(temporary, std::ios::binary);
+        if (!stream) return false;
+        LogCapture log;
+        const bool packed = fs::path(temporary).extension() == ".gz";
+        const bool written =
+            osg::SceneFileHandler::the().write(_root, stream, temporary.c_str(), packed);
+        const std::string said = log.end();
+        stream.close();
+        if (!written || !stream) return false;
+        if (!said.empty()) std::cerr << said << '\n';
+        return true;
     });
 }
 

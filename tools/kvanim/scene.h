@@ -26,8 +26,7 @@ class Scene {
     /// Takes all animation out of the attachments of a scene that was read.
     void takeAnimation();
 
-    /// Takes a scene over: a root that nobody counts yet, or with the one reference of whoever
-    /// hands it over.
+    /// Holds a reference to the root from now on, beside those that others have.
     Scene(const osg::NodePtr& root, std::string file);
     Scene(Scene&& other) noexcept;
     Scene(const Scene&) = delete;
