@@ -57,6 +57,7 @@
 #include <OpenSG/OSGFieldDescription.h>
 
 #include "kvOpenSGExtApi.h"
+#include "OSGLateReleases.h"
 
 #include <algorithm>
 #include <type_traits>
@@ -146,15 +147,19 @@ void clearCounted(MField<T, space>& field) {
         subRefCP(element);
 }
 
+/// For a container that is being destroyed, with a LateReleases in place.
 template <class T, Int32 space>
-void releaseAll(SField<T, space>& field) {
-    const T none = NullFC;
-    assignCounted(field, none);
+void giveUp(SField<T, space>& field) {
+    const T released = field.getValue();
+    field.setValue(NullFC);
+    LateReleases::add(released);
 }
 
 template <class T, Int32 space>
-void releaseAll(MField<T, space>& field) {
-    clearCounted(field);
+void giveUp(MField<T, space>& field) {
+    for (UInt32 i = 0; i < field.getSize(); ++i)
+        LateReleases::add(field[i]);
+    field.clear();
 }
 
 } // namespace kvtable
@@ -381,9 +386,11 @@ OSG_END_NAMESPACE
     }                                                                                              \
     void CLASS::onDestroy(void) {                                                                  \
         /* Once a container, while its destructor runs once for each thread that has a copy. */    \
-        if (GlobalSystemState != Shutdown)                                                         \
+        if (GlobalSystemState != Shutdown) {                                                       \
+            const kvtable::LateReleases releases;                                                  \
             eachReference(FieldBits::AllFields,                                                    \
-                          [&](auto field) { kvtable::releaseAll(this->*field); });                 \
+                          [&](auto field) { kvtable::giveUp(this->*field); });                     \
+        }                                                                                          \
         Inherited::onDestroy();                                                                    \
     }
 

@@ -25,7 +25,7 @@ bool isSame(const Vec3f& a, const Vec3f& b) {
 void Transform3D::changed(BitVector which, UInt32 origin) {
     countRead(which, origin);
     if ((which & EulerRFieldMask) && !isSame(getEulerR(), _applied)) {
-        if (origin & (ChangedOrigin::Abstract | ChangedOrigin::Sync)) {
+        if ((origin & (ChangedOrigin::Abstract | ChangedOrigin::Sync)) || isRead()) {
             // From a file, or from another thread: rotation and attachments come along.
             _applied = getEulerR();
         } else {
@@ -51,6 +51,16 @@ void Transform3D::setRotationAngles(const Vec3f& degrees, Int32 order) {
             continue;
         attachment->set(angles, order);
     }
+}
+
+/// OpenSG's reader of .osb says of its edits that a user made them, field by field: first the
+/// rotation, then angles that agree with it in some order, and all that before the core has a node
+/// that knows the order.
+bool Transform3D::isRead(void) {
+    if (getParents().getSize() != 0) return false;
+    for (Int32 order = TransformAttachment::XYZ; order < TransformAttachment::OrderCount; ++order)
+        if (describesRotation(order)) return true;
+    return false;
 }
 
 bool Transform3D::describesRotation(Int32 order) {

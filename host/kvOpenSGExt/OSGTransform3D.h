@@ -42,6 +42,7 @@ class KV_OPENSG_EXT_API Transform3D : public ComponentTransform {
 
   private:
     Int32 findOrder(void);
+    bool isRead(void);
 
     Vec3f _applied;
 };
