@@ -6,6 +6,8 @@
 #include <OpenSG/OSGMFieldTypeDef.inl>
 #include <OpenSG/OSGSFieldTypeDef.inl>
 
+#include <type_traits>
+
 namespace osg {
 
 template <class Kind>
@@ -25,12 +27,20 @@ void AbstractGeoProperty<Kind>::changed(BitVector whichField, UInt32 origin) {
     }
 }
 
+/// In the files of OpenSG, the colours of all kinds but that of three floats have a capital.
+template <class Desc>
+const Char8* fieldNameOf() {
+    const bool isColors = std::is_same<typename Desc::Kind, GeoColorsKind>::value;
+    if (isColors && !std::is_same<Desc, GeoColors3fDesc>::value) return "Colors";
+    return Desc::Kind::getFieldName();
+}
+
 /// In a function, since the order in which static members of templates are initialised is not
 /// fixed.
 template <class Desc>
 FieldDescription** GeoProperty<Desc>::descriptions() {
     static FieldDescription* all[] = {
-        new FieldDescription(StoredFieldType::getClassType(), Desc::Kind::getFieldName(),
+        new FieldDescription(StoredFieldType::getClassType(), fieldNameOf<Desc>(),
                              GeoPropDataFieldId, GeoPropDataFieldMask, false,
                              static_cast<FieldAccessMethod>(&GeoProperty::fieldGeoPropData))};
     return all;

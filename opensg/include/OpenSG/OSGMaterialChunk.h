@@ -25,7 +25,7 @@ typedef FCPtr<StateChunkPtr, MaterialChunk> MaterialChunkPtr;
     VALUE(SFColor4f, BackSpecular, "backSpecular", Color4f(.5f, .5f, .5f, 0))                      \
     VALUE(SFColor4f, BackEmission, "backEmission")                                                 \
     VALUE(SFReal32, BackShininess, "backShininess", 10)                                            \
-    VALUE(SFGLenum, BackColorMaterial, "backColorMaterial")
+    VALUE(SFGLenum, BackColorMaterial, "backColorMaterial", 4609)
 
 OSG_TABLE_BASE(MaterialChunk, StateChunk, OSG_MATERIAL_CHUNK_FIELDS)
 
