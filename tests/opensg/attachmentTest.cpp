@@ -128,9 +128,9 @@ TEST(Attachments, nullIsIgnored) {
 
 TEST(Attachments, areWrittenToFilesUnlessInternal) {
     Held<TestShotListPtr> list(TestShotList::create());
-    EXPECT_FALSE(list->getInternal());
+    EXPECT_FALSE(list->getSFInternal()->getValue());
     list->setInternal(true);
-    EXPECT_TRUE(list->getInternal());
+    EXPECT_TRUE(list->getSFInternal()->getValue());
     std::string text;
     EXPECT_EQ(list->getField("internal")->getValueByStr(text), "TRUE");
 }
@@ -178,7 +178,7 @@ TEST(Names, areAttachmentsWithOneField) {
     ASSERT_TRUE(name != NullFC);
     EXPECT_EQ(name->getFieldPtr()->getValue(), "head");
     std::string text;
-    EXPECT_EQ(name->getField("name")->getValueByStr(text), "\"head\"");
+    EXPECT_EQ(AttachmentPtr(name)->getField("name")->getValueByStr(text), "\"head\"");
 }
 
 TEST(Names, ofNullDoNotExist) {

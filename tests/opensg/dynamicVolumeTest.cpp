@@ -2,6 +2,8 @@
 
 #include <OpenSG/OSGConfig.h>
 #include <OpenSG/OSGDynamicVolume.h>
+#include <OpenSG/OSGMatrix.h>
+#include <OpenSG/OSGQuaternion.h>
 
 #include <gtest/gtest.h>
 
@@ -16,6 +18,14 @@ void expectBounds(const DynamicVolume& volume, const Pnt3f& low, const Pnt3f& hi
     volume.getBounds(minimum, maximum);
     EXPECT_EQ(minimum, low);
     EXPECT_EQ(maximum, high);
+}
+
+/// The box between two corners.
+DynamicVolume boxOf(const Pnt3f& low, const Pnt3f& high) {
+    DynamicVolume volume;
+    volume.extendBy(low);
+    volume.extendBy(high);
+    return volume;
 }
 
 TEST(DynamicVolume, isAnEmptyBoxByDefault) {
@@ -40,7 +50,7 @@ TEST(DynamicVolume, growsAroundVolumesButNotEmptyOnes) {
     DynamicVolume other;
     volume.extendBy(other);
     EXPECT_TRUE(volume.isEmpty());
-    other.setBounds(Pnt3f(1, 1, 1), Pnt3f(2, 2, 2));
+    other = boxOf(Pnt3f(1, 1, 1), Pnt3f(2, 2, 2));
     volume.extendBy(other);
     expectBounds(volume, Pnt3f(1, 1, 1), Pnt3f(2, 2, 2));
     volume.extendBy(DynamicVolume());
@@ -52,7 +62,7 @@ TEST(DynamicVolume, growsAroundVolumesButNotEmptyOnes) {
 
 TEST(DynamicVolume, staysWhatItIsWhileInvalidOrInfinite) {
     DynamicVolume volume;
-    volume.setBounds(Pnt3f(0, 0, 0), Pnt3f(1, 1, 1));
+    volume = boxOf(Pnt3f(0, 0, 0), Pnt3f(1, 1, 1));
     volume.setValid(false);
     volume.extendBy(Pnt3f(9, 9, 9));
     expectBounds(volume, Pnt3f(0, 0, 0), Pnt3f(1, 1, 1));
@@ -64,7 +74,7 @@ TEST(DynamicVolume, staysWhatItIsWhileInvalidOrInfinite) {
 
 TEST(DynamicVolume, isABoxAroundItsTransformedCorners) {
     DynamicVolume volume;
-    volume.setBounds(Pnt3f(0, 0, 0), Pnt3f(1, 2, 3));
+    volume = boxOf(Pnt3f(0, 0, 0), Pnt3f(1, 2, 3));
     osg::Matrix matrix;
     matrix.setTransform(Vec3f(10, 0, 0), osg::Quaternion(Vec3f(0, 0, 1), 1.57079633f));
     volume.transform(matrix);
@@ -72,42 +82,6 @@ TEST(DynamicVolume, isABoxAroundItsTransformedCorners) {
     volume.getBounds(low, high);
     EXPECT_TRUE(low.equals(Pnt3f(8, 0, 0), 1e-5f)) << low;
     EXPECT_TRUE(high.equals(Pnt3f(10, 1, 3), 1e-5f)) << high;
-}
-
-TEST(DynamicVolume, sphereGrowsNoMoreThanItMust) {
-    DynamicVolume volume(DynamicVolume::SPHERE_VOLUME);
-    EXPECT_TRUE(volume.isEmpty());
-    volume.setSphere(Pnt3f(0, 0, 0), 1);
-    volume.extendBy(Pnt3f(.5f, 0, 0));
-    EXPECT_EQ(volume.getRadius(), 1.f);
-    volume.extendBy(Pnt3f(3, 0, 0));
-    EXPECT_EQ(volume.getRadius(), 2.f);
-    Pnt3f center;
-    volume.getCenter(center);
-    EXPECT_EQ(center, Pnt3f(1, 0, 0));
-    expectBounds(volume, Pnt3f(-1, -2, -2), Pnt3f(3, 2, 2));
-}
-
-TEST(DynamicVolume, containsWhatLiesInsideAndOnIt) {
-    DynamicVolume volume;
-    EXPECT_FALSE(volume.intersect(Pnt3f()));
-    volume.setBounds(Pnt3f(0, 0, 0), Pnt3f(1, 1, 1));
-    EXPECT_TRUE(volume.intersect(Pnt3f(1, 1, 1)));
-    EXPECT_FALSE(volume.intersect(Pnt3f(1.1f, 1, 1)));
-    volume.setSphere(Pnt3f(0, 0, 0), 2);
-    EXPECT_TRUE(volume.intersect(Pnt3f(0, 2, 0)));
-    EXPECT_FALSE(volume.intersect(Pnt3f(2, 2, 0)));
-}
-
-TEST(DynamicVolume, changesItsTypeAroundTheSameThings) {
-    DynamicVolume volume;
-    volume.setBounds(Pnt3f(-1, -2, -2), Pnt3f(1, 2, 2));
-    volume.setVolumeType(DynamicVolume::SPHERE_VOLUME);
-    EXPECT_EQ(volume.getType(), DynamicVolume::SPHERE_VOLUME);
-    EXPECT_EQ(volume.getRadius(), 3.f);
-    DynamicVolume empty;
-    empty.setVolumeType(DynamicVolume::SPHERE_VOLUME);
-    EXPECT_TRUE(empty.isEmpty());
 }
 
 } // namespace

@@ -45,7 +45,7 @@ TEST_F(LogLines, areFormattedAsByPrintf) {
 TEST_F(LogLines, ofLessImportanceAreLeftOut) {
     SNOTICE << "a" << std::endl;
     SINFO << "b" << std::endl;
-    SDEBUG << "c" << std::endl;
+    FDEBUG(("c\n"));
     FNOTICE(("d\n"));
     EXPECT_EQ(lines(), "");
 }

@@ -100,14 +100,6 @@ TEST_F(Children, areReplacedByThemselves) {
     EXPECT_EQ(y.get().getRefCount(), 1);
 }
 
-TEST_F(Children, replacedByASiblingLeaveOneOfThem) {
-    Held<NodePtr> held(c);
-    EXPECT_TRUE(root->replaceChildBy(c, a));
-    EXPECT_EQ(childrenOf(root), "ba");
-    EXPECT_TRUE(c->getParent() == NullFC);
-    EXPECT_EQ(a.getRefCount(), 1);
-}
-
 TEST_F(Children, areRemovedByPointerAndIndex) {
     root->subChild(b);
     EXPECT_EQ(childrenOf(root), "ac");
@@ -297,34 +289,6 @@ TEST(CloneTree, copiesNodesAndSharesCores) {
     EXPECT_TRUE(copy->getChild(1) != child);
     EXPECT_EQ(copy->getChild(1)->getNChildren(), 1u);
     EXPECT_EQ(copy.get().getRefCount(), 1);
-}
-
-// What a reader of files may do: fill the fields of a node and end the edit as Abstract.
-TEST(AbstractEdit, givesChildrenAndCoreTheirBackPointers) {
-    const UInt32 origin =
-        ChangedOrigin::Abstract | ChangedOrigin::AbstrIgnoreCore | ChangedOrigin::AbstrIgnoreChild;
-    NodePtr root = Node::create();
-    addRefCP(root);
-    const NodePtr child = Node::create(), other = Node::create();
-    const NodeCorePtr core = TestShelf::create();
-    const UInt32 ids[] = {getContainerId(child), getContainerId(other), getContainerId(core)};
-
-    root->getMFChildren()->push_back(child);
-    root->getMFChildren()->push_back(other);
-    root->getSFCore()->setValue(core);
-    EXPECT_EQ(child.getRefCount(), 0);
-    endEditCP(root, FieldBits::AllFields, origin);
-
-    EXPECT_EQ(root->getNChildren(), 2u);
-    EXPECT_EQ(child.getRefCount(), 1);
-    EXPECT_TRUE(child->getParent() == root);
-    EXPECT_EQ(core.getRefCount(), 1);
-    ASSERT_EQ(core->getParents().size(), 1u);
-    EXPECT_TRUE(core->getParents()[0] == root);
-
-    subRefCP(root);
-    for (UInt32 id : ids)
-        EXPECT_FALSE(isAlive(id));
 }
 
 } // namespace

@@ -1,10 +1,8 @@
-// The containers and the helpers that the tests of scene files share.
+// The helpers that the tests of scene files share.
 
 #include "sceneFileSupport.h"
 
 #include <OpenSG/OSGFieldContainerFactory.h>
-#include <OpenSG/OSGMFieldTypeDef.inl>
-#include <OpenSG/OSGSFieldTypeDef.inl>
 
 #include <gtest/gtest.h>
 
@@ -12,16 +10,6 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-
-namespace osg {
-
-OSG_POINTER_FIELDS_DEF(FileItem, FieldContainer)
-OSG_POINTER_FIELDS_DEF(FileSheet, Attachment)
-OSG_TABLE_DEF(FileItem, FieldContainer, OSG_FILE_ITEM_FIELDS)
-OSG_TABLE_DEF(FileSheet, Attachment, OSG_FILE_SHEET_FIELDS)
-OSG_TABLE_DEF(FileValues, Attachment, OSG_FILE_VALUES_FIELDS)
-
-} // namespace osg
 
 osg::NodePtr Scene::at(std::initializer_list<osg::UInt32> path) const {
     osg::NodePtr node = _root;
@@ -79,7 +67,7 @@ std::string testData(const std::string& name) {
 
 osg::NodePtr readText(const std::string& text, const char* extension) {
     std::istringstream stream(text);
-    return osg::SceneFileHandler::the().read(stream, extension);
+    return osg::SceneFileHandler::the().read(stream, extension, nullptr);
 }
 
 std::string writeText(const osg::NodePtr& root, const char* extension) {

@@ -266,17 +266,4 @@ TEST(StringText, getsQuotesThatAreNotTakenOffAgain) {
     EXPECT_EQ(parsed<std::string>("  plain "), "  plain ");
 }
 
-TEST(VolumeText, isABoxOfSixOrASphereOfFourNumbers) {
-    osg::DynamicVolume volume;
-    EXPECT_EQ(textOf(volume), "0.000000e+00 0.000000e+00 0.000000e+00 "
-                              "0.000000e+00 0.000000e+00 0.000000e+00");
-    volume = parsed<osg::DynamicVolume>("1 2 3 4 5 6");
-    EXPECT_EQ(volume.getType(), osg::DynamicVolume::BOX_VOLUME);
-    EXPECT_EQ(textOf(volume), "1.000000e+00 2.000000e+00 3.000000e+00 "
-                              "4.000000e+00 5.000000e+00 6.000000e+00");
-    volume = parsed<osg::DynamicVolume>("1 2 3 4");
-    EXPECT_EQ(volume.getType(), osg::DynamicVolume::SPHERE_VOLUME);
-    EXPECT_EQ(textOf(volume), "1.000000e+00 2.000000e+00 3.000000e+00 4.000000e+00");
-}
-
 } // namespace

@@ -110,22 +110,9 @@ TEST_F(Traversal, visitsANullRootOnce) {
     EXPECT_EQ(seen, "null ");
 }
 
-TEST_F(Traversal, quitAtANullRootIsTheResult) {
-    quitAt = "null";
-    NodePtr none;
-    EXPECT_EQ(traverse(none, osgTypedFunctionFunctor1CPtrRef<Action::ResultE, NodePtr>(visit)),
-              Action::Quit);
-}
-
 TEST_F(Traversal, leavesEveryNodeAfterItsChildren) {
     EXPECT_EQ(enterAndLeave(), Action::Continue);
     EXPECT_EQ(seen, "top a a1 /a1 a2 /a2 /a b b1 /b1 /b c /c /top ");
-}
-
-TEST_F(Traversal, leavesASkippedNodeToo) {
-    skipAt = "c";
-    EXPECT_EQ(enterAndLeave(), Action::Continue);
-    EXPECT_EQ(seen.substr(0, 41), "top a a1 /a1 a2 /a2 /a b b1 /b1 /b c /c(s");
 }
 
 TEST_F(Traversal, leavesEverythingThatIsOpenOnQuit) {

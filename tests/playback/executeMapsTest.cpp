@@ -265,7 +265,8 @@ TEST_F(ExecuteMapsOnCamera, activatesTheCameraOncePerEntryAndHandsItOver) {
     EXPECT_THAT(hostCamera, ElementsAre(1, 2, 3, 4, 5, 6, 0, 0, 1));
 
     Maps maps(2);
-    maps[0].node = maps[1].node = target;
+    maps[0].node = target;
+    maps[1].node = target;
     maps[0].value = maps[1].value = 1.0F;
     Controller::execute(maps);
     EXPECT_EQ(kvOpenSGUtils::getLog().size(), 3U);

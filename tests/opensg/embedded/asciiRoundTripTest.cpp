@@ -1,6 +1,7 @@
 // Scenes that are written as text and read again: what is kept, and the form in which it stands.
 
-#include "sceneFileSupport.h"
+#include "opensg/embedded/fileContainers.h"
+#include "opensg/sceneFileSupport.h"
 
 #include <OpenSG/OSGGroup.h>
 #include <OpenSG/OSGLoader.h>

@@ -1,7 +1,8 @@
 // Scenes in OpenSG's binary form: what comes back is what was written, in the form that OpenSG
 // reads.
 
-#include "sceneFileSupport.h"
+#include "opensg/embedded/fileContainers.h"
+#include "opensg/sceneFileSupport.h"
 
 #include <OpenSG/OSGChunkMaterial.h>
 #include <OpenSG/OSGFieldContainerFactory.h>

@@ -1,6 +1,6 @@
 // Saving: a file is there when it is complete, and an older one stays when saving fails.
 
-#include "sceneFileSupport.h"
+#include "opensg/sceneFileSupport.h"
 
 #include <OpenSG/OSGGroup.h>
 #include <OpenSG/OSGOSGWriter.h>

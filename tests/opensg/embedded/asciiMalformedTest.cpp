@@ -1,7 +1,8 @@
 // Broken ASCII scenes: nothing comes back, the log has one line with file, line and reason, and no
 // container is left behind.
 
-#include "sceneFileSupport.h"
+#include "opensg/embedded/fileContainers.h"
+#include "opensg/sceneFileSupport.h"
 
 #include <OpenSG/OSGFieldContainerFactory.h>
 #include <OpenSG/OSGPointLight.h>

@@ -1,6 +1,7 @@
 // Scenes that are nested so deep that anything recursive would run out of stack.
 
-#include "sceneFileSupport.h"
+#include "opensg/embedded/fileContainers.h"
+#include "opensg/sceneFileSupport.h"
 
 #include <OpenSG/OSGGroup.h>
 

@@ -1,7 +1,8 @@
 // What the reader of ASCII scenes accepts, and what it makes of it: the language itself, all types
 // of values, and everything that OpenSG writes although its own reader stumbles over it.
 
-#include "sceneFileSupport.h"
+#include "opensg/embedded/fileContainers.h"
+#include "opensg/sceneFileSupport.h"
 
 #include <OpenSG/OSGComponentTransform.h>
 #include <OpenSG/OSGFieldContainerFactory.h>

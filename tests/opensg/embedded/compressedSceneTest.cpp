@@ -1,6 +1,6 @@
 // Compressed scenes.
 
-#include "sceneFileSupport.h"
+#include "opensg/sceneFileSupport.h"
 
 #include <OpenSG/OSGGroup.h>
 
