@@ -33,7 +33,7 @@ KV_POINTER_FIELD_DECL(AnimationBlock)
 class KV_OPENSG_EXT_API AnimationBlock : public FieldContainer {
     KV_CONTAINER_DECL(AnimationBlock, FieldContainer, KV_ANIMATION_BLOCK_FIELDS)
 
-    virtual void dump(UInt32 = 0, const BitVector = 0) const {}
+    void dump(UInt32 = 0, const BitVector = 0) const override {}
 };
 
 KV_CONTAINER_INLINE(AnimationBlock)

@@ -28,7 +28,7 @@ KV_POINTER_FIELD_DECL(AnimationClip)
 class KV_OPENSG_EXT_API AnimationClip : public FieldContainer {
     KV_CONTAINER_DECL(AnimationClip, FieldContainer, KV_ANIMATION_CLIP_FIELDS)
 
-    virtual void dump(UInt32 = 0, const BitVector = 0) const {}
+    void dump(UInt32 = 0, const BitVector = 0) const override {}
 };
 
 KV_CONTAINER_INLINE(AnimationClip)

@@ -28,7 +28,7 @@ KV_POINTER_FIELD_DECL(AnimationControlPoint)
 class KV_OPENSG_EXT_API AnimationControlPoint : public FieldContainer {
     KV_CONTAINER_DECL(AnimationControlPoint, FieldContainer, KV_ANIMATION_CONTROL_POINT_FIELDS)
 
-    virtual void dump(UInt32 = 0, const BitVector = 0) const {}
+    void dump(UInt32 = 0, const BitVector = 0) const override {}
 };
 
 KV_CONTAINER_INLINE(AnimationControlPoint)

@@ -44,7 +44,7 @@ KV_POINTER_FIELD_DECL(AnimationCurve)
 class KV_OPENSG_EXT_API AnimationCurve : public FieldContainer {
     KV_CONTAINER_DECL(AnimationCurve, FieldContainer, KV_ANIMATION_CURVE_FIELDS)
 
-    virtual void dump(UInt32 = 0, const BitVector = 0) const {}
+    void dump(UInt32 = 0, const BitVector = 0) const override {}
 };
 
 KV_CONTAINER_INLINE(AnimationCurve)

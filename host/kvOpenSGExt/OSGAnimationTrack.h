@@ -30,7 +30,7 @@ KV_POINTER_FIELD_DECL(AnimationTrack)
 class KV_OPENSG_EXT_API AnimationTrack : public FieldContainer {
     KV_CONTAINER_DECL(AnimationTrack, FieldContainer, KV_ANIMATION_TRACK_FIELDS)
 
-    virtual void dump(UInt32 = 0, const BitVector = 0) const {}
+    void dump(UInt32 = 0, const BitVector = 0) const override {}
 };
 
 KV_CONTAINER_INLINE(AnimationTrack)

@@ -16,14 +16,14 @@ constexpr double kDegreesToRadians = 3.14159265358979323846 / 180.0;
 /// coordinate: more than the rounding of the seven digits that a text file may keep.
 constexpr double kOrbitTolerance = 2e-6;
 
-CameraSetting::ZUpCB zUpCallback = NULL;
+CameraSetting::ZUpCB zUpCallback = nullptr;
 
 struct Axes {
     UInt32 up, side;
 };
 
 Axes currentAxes() {
-    return zUpCallback != NULL && zUpCallback() ? Axes{2, 1} : Axes{1, 2};
+    return zUpCallback != nullptr && zUpCallback() ? Axes{2, 1} : Axes{1, 2};
 }
 
 /// Whether two places are the same for a camera that looks at `at`. False for what is not a number.

@@ -9,12 +9,12 @@
 
 OSG_BEGIN_NAMESPACE
 
-DataType FieldDataTraits2<UInt64>::_type("Ident64", NULL);
+DataType FieldDataTraits2<UInt64>::_type("Ident64", nullptr);
 
 // Read to the first character that is no digit, as other integer fields are; text without a leading
 // number leaves the value as it is. Independent of the locale and of the width of `long`.
 bool FieldDataTraits2<UInt64>::getFromString(UInt64& value, const Char8*& text) {
-    if (text == NULL) return false;
+    if (text == nullptr) return false;
     while (*text == ' ' || *text == '\t' || *text == '\n' || *text == '\r' || *text == ',')
         ++text;
     return std::from_chars(text, text + std::strlen(text), value).ec == std::errc();

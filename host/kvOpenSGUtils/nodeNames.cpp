@@ -61,7 +61,7 @@ void kvNodeUtils::setName(const osg::NodePtr& node, const std::string& name, boo
     if (node == osg::NullFC) return;
     osg::beginEditCP(node, osg::Node::AttachmentsFieldMask);
     if (name.empty())
-        osg::setName(node, static_cast<const osg::Char8*>(NULL));
+        osg::setName(node, static_cast<const osg::Char8*>(nullptr));
     else
         osg::setName(node, utf8 ? wellFormed(name) : name);
     osg::endEditCP(node, osg::Node::AttachmentsFieldMask);

@@ -12,9 +12,11 @@ kvAnimationSequence2::kvAnimationSequence2(const std::string& text)
     : kvAnimationBlock(text), _sequence(text) {}
 
 // The block part is deliberately a new one and not a copy: see the header.
+// NOLINTBEGIN(bugprone-copy-constructor-init,readability-redundant-member-init)
 kvAnimationSequence2::kvAnimationSequence2(const kvAnimationSequence2& other)
     : kvAnimationBlock(), _sequence(other._sequence), _zerosFillAmount(other._zerosFillAmount),
       _oldFrame(other._oldFrame), _dirty(other._dirty) {}
+// NOLINTEND(bugprone-copy-constructor-init,readability-redundant-member-init)
 
 kvAnimationSequence2& kvAnimationSequence2::operator=(const kvAnimationSequence2& other) = default;
 

@@ -115,7 +115,7 @@ class PlanCache {
                 ? 0
                 : static_cast<unsigned char>(name.front()) +
                       static_cast<std::size_t>(static_cast<unsigned char>(name.back())) * 7;
-        return (type.getId() * 31 + ends + name.size() * 61) % kSlots;
+        return (std::size_t{type.getId()} * 31 + ends + name.size() * 61) % kSlots;
     }
 
     std::array<const FieldPlan*, kSlots> _recent{};

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <cairo.h>
+
 #include <functional>
 #include <string>
-
-typedef struct _cairo cairo_t;
 
 namespace kvanim {
 

@@ -117,8 +117,9 @@ void drawGrid(cairo_t* cairo, const View& view) {
 /// is drawn by itself, so that steps are upright.
 std::vector<double> samplesOf(kvAnimationCurve& curve, const View& view) {
     std::vector<double> frames;
-    for (double px = kLeft; px <= kLeft + kPlotWidth; px += 1.0 / 3.0)
-        frames.push_back(view.frameAt(px));
+    const int count = static_cast<int>(kPlotWidth * 3.0);
+    for (int i = 0; i <= count; ++i)
+        frames.push_back(view.frameAt(kLeft + static_cast<double>(i) / 3.0));
     if (!crowded(curve, view)) {
         for (const kvControlPoint& key : std::as_const(curve).getCPs()) {
             const float frame = static_cast<float>(key.getPoint().x);

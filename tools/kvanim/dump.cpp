@@ -100,6 +100,7 @@ std::vector<float> defaultDumpFrames(const Scene& scene) {
     constexpr int kCount = 10;
     const FrameRange range = rangeOf(scene);
     std::vector<float> frames;
+    frames.reserve(kCount);
     for (int i = 0; i < kCount; ++i)
         frames.push_back(range.start + (range.end - range.start) * static_cast<float>(i) /
                                            static_cast<float>(kCount - 1));

@@ -140,7 +140,7 @@ struct ValueText<Quaternion> {
     static constexpr UInt32 kWidth = 4 * sizeof(Real32);
 
     static ValueResult read(Quaternion& value, ValueReader& reader, StringPlace) {
-        Real64 v[4];
+        Real64 v[4] = {};
         const ValueResult result = reader.numbers(v, 4);
         if (result != ValueResult::kRead) return result;
         const Real64 length = std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]);

@@ -4,6 +4,7 @@
 
 #include "files/numberText.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -108,9 +109,7 @@ template <class Real>
 char* printAnyReal(char* out, Real value) {
     if (std::isfinite(value)) return std::to_chars(out, out + kNumberLength, value).ptr;
     const char* word = std::isnan(value) ? "nan" : value < 0 ? "-inf" : "inf";
-    const std::size_t length = std::strlen(word);
-    std::memcpy(out, word, length);
-    return out + length;
+    return std::copy_n(word, std::strlen(word), out);
 }
 
 } // namespace
