@@ -60,13 +60,6 @@ kvAnimationClip& clipFor(const benchmark::State& state) {
     return stage->clip();
 }
 
-void countCurves(benchmark::State& state) {
-    state.counters["ns a curve"] =
-        benchmark::Counter(static_cast<double>(state.iterations()) *
-                               static_cast<double>(state.range(0)) * kCurvesOfABlock * 1e-9,
-                           benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
-}
-
 void clipTick(benchmark::State& state) {
     kvAnimationClip& clip = clipFor(state);
     kvAnimationManager2::setSimulationTimeCB(&kv::bench::clock);
@@ -78,7 +71,6 @@ void clipTick(benchmark::State& state) {
         kvAnimationController2::animationLoop();
     }
     kvAnimationController2::stop();
-    countCurves(state);
 }
 
 void clipEvaluateOnly(benchmark::State& state) {
@@ -89,7 +81,6 @@ void clipEvaluateOnly(benchmark::State& state) {
         benchmark::DoNotOptimize(
             kvAnimationManager2::_the.getUpdatedAnimationFields(&clip, frame, false, false));
     }
-    countCurves(state);
 }
 
 } // namespace

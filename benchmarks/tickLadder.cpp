@@ -44,9 +44,6 @@ void tick(benchmark::State& state) {
         kvAnimationController2::animationLoop();
     }
     kvAnimationController2::stop();
-    state.counters["ns a curve"] = benchmark::Counter(
-        static_cast<double>(state.iterations()) * static_cast<double>(state.range(0)) * 1e-9,
-        benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
 void evaluateOnly(benchmark::State& state) {

@@ -1,0 +1,10 @@
+# One curve, beside the peers that evaluate one.
+ratio "one curve, 8 keys, playback order" "$(of kv_bench_ladder curve/keys:8/random:0)" \
+    "$(of kv_bench_peer_qt easingCurve/keys:8/random:0)" 1.8 ns "Qt QEasingCurve"
+ratio "one curve, 8 keys, random frames" "$(of kv_bench_ladder curve/keys:8/random:1)" \
+    "$(of kv_bench_peer_qt easingCurve/keys:8/random:1)" 3 ns "Qt QEasingCurve"
+ratio "one curve, 8192 keys, random frames" "$(of kv_bench_ladder curve/keys:8192/random:1)" \
+    "$(of kv_bench_peer_osg sampler/keys:8192/random:1)" 2.5 ns "OpenSceneGraph cubic Bezier sampler"
+if [[ -s $work/kv_bench_peer_qt.err ]]; then
+    note "$(grep 'largest difference' "$work/kv_bench_peer_qt.err")."
+fi

@@ -1,0 +1,26 @@
+# Motion-capture files in and out.
+import() { # nanoseconds a key, the median over fresh processes
+    local i keys start
+    for ((i = 0; i < 3; ++i)); do
+        start=$(date +%s%N)
+        "$bin/kvanim" import "$models/$1" -o "$work/$1.osg" > "$work/$1.import.txt"
+        keys=$(sed -n 's/.* \([0-9]*\) keys.*/\1/p' "$work/$1.import.txt" | head -n 1)
+        echo $((($(date +%s%N) - start) / keys))
+    done | median
+}
+
+if [[ -r $models/01_01.bvh ]]; then
+    ratio "import of 4511 frames, a key" "$(import 01_03.bvh)" "$(import 01_01.bvh)" 1.3 ns \
+        "import of 2752 frames"
+    scene=$work/01_01.bvh.osg
+    ratio "reading the motion-capture scene" "$(fresh read "$scene")" "$(fresh getline "$scene")" 10 ms \
+        "std::getline over the same file"
+    ratio "writing the motion-capture scene" "$(fresh write "$scene")" "$(fresh fprintf "$scene")" 3 ms \
+        "fprintf of the same numbers"
+    keys=$(sed -n 's/.* \([0-9]*\) keys.*/\1/p' "$work/01_01.bvh.import.txt" | head -n 1)
+    /usr/bin/time -f %M -o "$work/peak.txt" "$bin/kvanim" info "$scene" > /dev/null
+    figure "peak memory of kvanim info, a key" \
+        "$(awk -v k="$keys" '{ print $1 * 1024 / k }' "$work/peak.txt")" 1024 bytes
+else
+    note "assimp-testmodels is not installed: nothing is said about motion-capture files."
+fi
