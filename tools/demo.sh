@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The demo: real motion capture becomes curves on a scene, is saved, read back by another process,
-# compared exactly, played in real time, drawn and checked. Ends with a table of what was verified.
+# compared exactly in every file format, played in real time, drawn and checked. Ends with a table of what was verified.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -50,7 +50,8 @@ if [[ ! -r $model ]]; then
 fi
 
 say "import $(basename "$model")"
-"$kvanim" import "$model" -o "$out/mocap.osg" --dump "$out/in-memory.txt" | tee "$out/import.txt"
+"$kvanim" import "$model" --clip -o "$out/mocap.osg" --dump "$out/in-memory.txt" | tee "$out/import.txt"
+clip=$(sed -n 's/.* --clip "\(.*\)" --fps .*/\1/p' "$out/import.txt")
 
 say "what the saved scene holds"
 "$kvanim" info "$out/mocap.osg" > "$out/info.txt"
@@ -69,8 +70,30 @@ moving=$(awk '/^  world /{ if (($2 in seen) && seen[$2] != $0) moved[$2] = 1; se
               END { n = 0; for (m in moved) n++; print n }' "$out/read-back.txt")
 echo "equal: $blocks blocks, $curves curves, $keys keys, $matrices world matrices at $frames frames"
 
-say "play three seconds in real time at $rate frames a second"
-"$kvanim" play "$out/mocap.osg" --fps "$rate" --seconds 3 | tee "$out/play.txt"
+say "the same in OpenSG's binary format, and compressed"
+# seconds FILE COMMAND...: what the command takes, its output into FILE.
+seconds() {
+    local into=$1 start
+    shift
+    start=$(date +%s%N)
+    "$@" > "$into"
+    awk -v n=$(($(date +%s%N) - start)) 'BEGIN { printf "%.2f", n / 1e9 }'
+}
+formats=$out/formats.txt
+printf '  %-12s %10s %12s %12s\n' format bytes "import, s" "read back, s" > "$formats"
+for format in osg osb osg.gz osb.gz; do
+    written=$(seconds "$out/import-again.txt" "$kvanim" import "$model" --clip -o "$out/format.$format")
+    read_back=$(seconds "$out/format.txt" "$kvanim" dump "$out/format.$format")
+    cmp "$out/in-memory.txt" "$out/format.txt"
+    printf '  %-12s %10s %12s %12s\n' ".$format" "$(stat -c %s "$out/format.$format")" \
+        "$written" "$read_back" >> "$formats"
+done
+rm "$out"/format.* "$out/import-again.txt"
+cat "$formats"
+echo "equal: every record and matrix, in all four"
+
+say "play the clip \"$clip\" for three seconds in real time at $rate frames a second"
+"$kvanim" play "$out/mocap.osg" --clip "$clip" --fps "$rate" --seconds 3 | tee "$out/play.txt"
 if [[ $moving == 0 ]]; then
     echo "the world matrices never changed" >&2
     exit 1
@@ -79,6 +102,10 @@ fi
 say "the curves of $joint"
 "$kvanim" plot "$out/mocap.osg" --node "$joint" -o "$out/curves.png"
 "$kvanim" plot "$out/mocap.osg" --node "$joint" -o "$out/curves.svg"
+
+say "the clip: its tracks, and the blocks that lie on them"
+"$kvanim" plot "$out/mocap.osg" --clip "$clip" -o "$out/clip.png"
+"$kvanim" plot "$out/mocap.osg" --clip "$clip" -o "$out/clip.svg"
 
 say "check: the imported scene is sound"
 "$kvanim" check "$out/mocap.osg" | tee "$out/check.txt"
@@ -119,5 +146,7 @@ row "largest deviation from the source, any channel" \
 row "playback" "$(tail -n 1 "$out/play.txt")"
 row "check of the imported scene" "$(tail -n 1 "$out/check.txt")"
 row "check of the broken scene" "$(tail -n 1 "$out/broken.txt"), exit code 3 as it must be"
-row "scene file" "$(du -h "$out/mocap.osg" | cut -f1) $out/mocap.osg"
-row "pictures" "$out/curves.png $out/curves.svg"
+row "pictures of the curves" "$out/curves.png $out/curves.svg"
+row "pictures of the clip" "$out/clip.png $out/clip.svg"
+printf '\n'
+cat "$formats"
