@@ -66,6 +66,15 @@ TEST_F(KvanimConvert, whatWasWrittenIsReadBackAndHasNothingLeftToConvert) {
     EXPECT_THAT(program.read("again.osg"), HasSubstr("AnimCurve"));
 }
 
+TEST_F(KvanimConvert, framesBecomeSecondsAtTheRateThatIsAsked) {
+    program.write("scene.osg", sceneText(heldBlock("Walk", 0, 40)));
+    const Outcome outcome = program.run("convert scene.osg -o out.osg --fps 160");
+    ASSERT_EQ(outcome.code, 0) << outcome.error;
+    EXPECT_THAT(outcome.out, HasSubstr("at 160 frames a second"));
+    EXPECT_THAT(program.read("out.osg"), HasSubstr("0.25 0"));
+    EXPECT_EQ(program.run("convert scene.osg -o out.osg --fps 0").code, 2);
+}
+
 TEST_F(KvanimConvert, aCurveWithoutAChannelIsDropped) {
     const std::string out =
         run(sceneText(blockText("Walk", text(CurveText()) + text(named("juggle")))));

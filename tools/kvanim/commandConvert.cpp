@@ -1,6 +1,7 @@
 // kvanim convert: stored animation becomes animation nodes.
 #include "commands.h"
 #include "conversion.h"
+#include "numbers.h"
 #include "outputFile.h"
 #include "scene.h"
 
@@ -15,6 +16,7 @@ namespace {
 struct Options {
     std::string file;
     std::string output;
+    double framesPerSecond = kvAnimManager::fps();
 };
 
 void print(const Conversion& conversion, const Options& options) {
@@ -32,7 +34,7 @@ void print(const Conversion& conversion, const Options& options) {
         std::cout << "nothing to convert, " << options.file << " holds no stored animation\n";
         return;
     }
-    std::cout << conversion.points << " keys became points at " << kvAnimManager::fps()
+    std::cout << conversion.points << " keys became points at " << brief(options.framesPerSecond)
               << " frames a second, without their tangent types; " << dropped << " dropped\n";
 }
 
@@ -42,10 +44,16 @@ void addConvert(CLI::App& program) {
     auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand(
         "convert", "Turn stored blocks and curves into animation nodes, one way.");
-    command->footer("Example: kvanim convert walk.osg -o walk-nodes.osg");
+    command->footer("Example: kvanim convert walk.osg -o walk-nodes.osg --fps 120");
     command->add_option("scene", options->file, "Scene file")->required();
     command->add_option("-o,--output", options->output, "Scene file to write")->required();
+    command
+        ->add_option("--fps", options->framesPerSecond,
+                     "Frames per second: animation nodes count in seconds")
+        ->check(CLI::Range(0.001, 100000.0))
+        ->capture_default_str();
     command->callback([options] {
+        kvAnimManager::setFps(options->framesPerSecond);
         requireWritable(options->output);
         const Scene scene = Scene::read(options->file);
         const Conversion conversion = convertScene(scene);
