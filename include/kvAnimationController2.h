@@ -169,11 +169,23 @@ class KV_ANIMATIONS_API kvAnimationController2 {
     /// @name The tick
     /// @{
 
-    /// One tick; does nothing unless playing. Global playback writes, out of all accumulated
-    /// records, the last one of each binding, in the order of their last occurrence; of what is
-    /// bound to a camera setting also every record of this tick, since the host's camera listens.
-    /// The scene ends up as if all had been written again, at a price that does not grow from tick
-    /// to tick.
+    /// One tick; does nothing unless playing.
+    ///
+    /// Global playback writes, out of all accumulated records, the last one of each binding, in the
+    /// order of their last occurrence; of what is bound to a camera setting also every record of
+    /// this tick, since the host's camera listens. A binding whose last record is not-a-number gets
+    /// its last number, too, since an integer keeps that. The scene ends up as if all had been
+    /// written again, at a price that does not grow from tick to tick.
+    ///
+    /// That takes writes that set what they name whatever was there. Where a number is made of
+    /// several, the way by which it was reached shows in the result, and writing all records again
+    /// would give another one:
+    /// - the four numbers of a quaternion field, an axis and an angle: each write makes the axis a
+    ///   unit vector again;
+    /// - distance, height and turntable angle of a camera setting while its from or at is bound as
+    ///   well: each is measured from where the other left the camera;
+    /// - rotation and scale in the matrix of a plain Transform: the same up to rounding, since each
+    ///   write takes the matrix apart and puts it together again.
     static void animationLoop();
 
     /// Writes `fields` into the scene, in order (kvAnimationUtils2::setRealFieldValue).
@@ -181,16 +193,14 @@ class KV_ANIMATIONS_API kvAnimationController2 {
     /// Writes values by node and attribute name, past all bindings. What an attribute means depends
     /// on the node's core; entries without a value, a node, a core or a known attribute are
     /// skipped:
-    ///
-    /// | core | attributes |
-    /// |---|---|
-    /// | ComponentTransform, Transform3D | translateX..Z, scaleX..Z, rotateX..Z (degrees), visible
-    /// | | light | the transform attributes, on its beacon; ambient, diffuse, specular + R, G, B, A
-    /// | | Switch | any: the value, truncated, becomes the choice | | MaterialGroup | a field of
-    /// its material, by name, or by name and component letter | | CameraSetting | fieldOfView
-    /// (degrees), fStop, focalLength, roll, shutterSpeed, focusDistance, height, distance,
-    /// apertureDiameter, turnTableAngle; from, at, up + X, Y, Z; translateX..Z, rotateX..Z of the
-    /// node |
+    /// - ComponentTransform, Transform3D: translateX..Z, scaleX..Z, rotateX..Z (degrees), visible;
+    /// - a light: the transform attributes, on its beacon; ambient, diffuse, specular, each with R,
+    ///   G, B or A;
+    /// - Switch: any; the value, truncated, becomes the choice;
+    /// - MaterialGroup: a field of its material, by name, or by name and component letter;
+    /// - CameraSetting: fieldOfView (degrees), fStop, focalLength, roll, shutterSpeed,
+    ///   focusDistance, height, distance, apertureDiameter, turnTableAngle; from, at, up, each with
+    ///   X, Y or Z; translateX..Z, rotateX..Z of the node.
     ///
     /// Each entry on a camera setting sends the host "activateCamera" first and hands it the
     /// camera's from, at and up last, also when the attribute is unknown.

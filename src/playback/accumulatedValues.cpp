@@ -8,6 +8,7 @@
 
 #include <OSGCameraSetting.h>
 
+#include <cmath>
 #include <functional>
 #include <string>
 
@@ -69,11 +70,12 @@ void AccumulatedValues::append(const Field& field) {
 
     const std::uint32_t bindingIndex = _templates[index].binding;
     unlink(bindingIndex);
+    linkAsNewest(bindingIndex);
     Binding& binding = _bindings[bindingIndex];
     binding.lastTemplate = index;
     binding.lastValue = field.value;
     binding.lastRecord = _count;
-    linkAsNewest(bindingIndex);
+    if (!binding.ofNaNs && binding.other != kNone) unlink(binding.other);
     ++_count;
 }
 
@@ -82,9 +84,12 @@ std::uint32_t AccumulatedValues::templateOf(const Field& field) const {
     const std::size_t guess = _previousBegin + (_count - _currentBegin);
     if (guess < _currentBegin) {
         const std::uint32_t index = record(guess).templateIndex;
-        if (sameButForTheValue(_templates[index].field, field)) return index;
+        const bool guessIsNaN = _bindings[_templates[index].binding].ofNaNs;
+        if (guessIsNaN == std::isnan(field.value) &&
+            sameButForTheValue(_templates[index].field, field))
+            return index;
     }
-    const std::uint32_t binding = bindingOf(field, bindingHash(field));
+    const std::uint32_t binding = bindingOf(field, bindingHash(field), std::isnan(field.value));
     if (binding == kNone) return kNone;
     for (std::uint32_t i = _bindings[binding].firstTemplate; i != kNone; i = _templates[i].next) {
         if (sameButForTheValue(_templates[i].field, field)) return i;
@@ -92,26 +97,39 @@ std::uint32_t AccumulatedValues::templateOf(const Field& field) const {
     return kNone;
 }
 
-std::uint32_t AccumulatedValues::bindingOf(const Field& field, std::size_t hash) const {
+std::uint32_t AccumulatedValues::bindingOf(const Field& field, std::size_t hash,
+                                           bool ofNaNs) const {
     const auto range = _bindingsByHash.equal_range(hash);
     for (auto it = range.first; it != range.second; ++it) {
-        if (sameBinding(_templates[_bindings[it->second].firstTemplate].field, field)) {
+        const Binding& binding = _bindings[it->second];
+        if (binding.ofNaNs == ofNaNs &&
+            sameBinding(_templates[binding.firstTemplate].field, field)) {
             return it->second;
         }
     }
     return kNone;
 }
 
+std::uint32_t AccumulatedValues::addBinding(const Field& field, std::size_t hash,
+                                            std::uint32_t firstTemplate) {
+    const auto index = static_cast<std::uint32_t>(_bindings.size());
+    Binding binding{};
+    binding.firstTemplate = firstTemplate;
+    binding.ofNaNs = std::isnan(field.value);
+    binding.other = bindingOf(field, hash, !binding.ofNaNs);
+    if (binding.other != kNone) _bindings[binding.other].other = index;
+    _bindings.push_back(binding);
+    _bindingsByHash.emplace(hash, index);
+    return index;
+}
+
 std::uint32_t AccumulatedValues::addTemplate(const Field& field) {
     const std::size_t hash = bindingHash(field);
     const auto index = static_cast<std::uint32_t>(_templates.size());
-    std::uint32_t binding = bindingOf(field, hash);
+    std::uint32_t binding = bindingOf(field, hash, std::isnan(field.value));
     std::uint32_t next = kNone;
     if (binding == kNone) {
-        binding = static_cast<std::uint32_t>(_bindings.size());
-        _bindings.push_back(Binding{index, index, 0.0F, 0, kNone, kNone});
-        linkAsNewest(binding);
-        _bindingsByHash.emplace(hash, binding);
+        binding = addBinding(field, hash, index);
     } else {
         next = _bindings[binding].firstTemplate;
         _bindings[binding].firstTemplate = index;
@@ -120,8 +138,11 @@ std::uint32_t AccumulatedValues::addTemplate(const Field& field) {
     return index;
 }
 
+// Does nothing for one that has no record in force.
 void AccumulatedValues::unlink(std::uint32_t binding) {
-    const Binding& b = _bindings[binding];
+    Binding& b = _bindings[binding];
+    if (b.lastRecord == kNoRecord) return;
+    b.lastRecord = kNoRecord;
     (b.older == kNone ? _oldest : _bindings[b.older].newer) = b.newer;
     (b.newer == kNone ? _newest : _bindings[b.newer].older) = b.older;
 }

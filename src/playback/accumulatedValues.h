@@ -18,6 +18,13 @@ namespace detail {
 /// records of one binding only the last is visible in the end, so the bindings are chained in the
 /// order of their last occurrence, and one write each, in that order, leaves the scene as all
 /// writes would.
+///
+/// Not-a-number is the exception: integers do not take it, and then the number before it stays in
+/// force. Until a number follows, both are written. Numbers and not-a-numbers of one binding
+/// therefore have an entry each.
+///
+/// A write must set what its record names and nothing else, whatever was there. That holds for all
+/// but three kinds of records, which kvAnimationController2::animationLoop tells of.
 class AccumulatedValues {
   public:
     using Field = kvAnimationUtils2::AnimationField;
@@ -35,6 +42,7 @@ class AccumulatedValues {
 
   private:
     static constexpr std::uint32_t kNone = 0xFFFFFFFFU;
+    static constexpr std::size_t kNoRecord = static_cast<std::size_t>(-1);
 
     // A record without its value.
     struct Template {
@@ -43,13 +51,16 @@ class AccumulatedValues {
         std::uint32_t next;    // the next template of the same binding
     };
 
-    // One number in the scene: container, names and position.
+    // One number in the scene: container, names and position; with the numbers that were written
+    // to it or with the not-a-numbers.
     struct Binding {
         std::uint32_t firstTemplate;
-        std::uint32_t lastTemplate; // that of the last record
-        float lastValue;
-        std::size_t lastRecord;     // index of the last record
-        std::uint32_t older, newer; // neighbours in the order of the last records
+        bool ofNaNs;
+        std::uint32_t lastTemplate = kNone; // that of the last record
+        float lastValue = 0.0F;
+        std::size_t lastRecord = kNoRecord; // index of the last record that is still in force
+        std::uint32_t older = kNone, newer = kNone; // neighbours in the order of the last records
+        std::uint32_t other = kNone;                // the entry of the other kind of values
     };
 
     struct Record {
@@ -60,7 +71,8 @@ class AccumulatedValues {
     void append(const Field& field);
     std::uint32_t templateOf(const Field& field) const;
     std::uint32_t addTemplate(const Field& field);
-    std::uint32_t bindingOf(const Field& field, std::size_t hash) const;
+    std::uint32_t bindingOf(const Field& field, std::size_t hash, bool ofNaNs) const;
+    std::uint32_t addBinding(const Field& field, std::size_t hash, std::uint32_t firstTemplate);
     void unlink(std::uint32_t binding);
     void linkAsNewest(std::uint32_t binding);
     void write(std::uint32_t templateIndex, float value);

@@ -172,6 +172,8 @@ TEST_F(FindingBlocks, getAnimationBlockSearchesSceneBlocksAndClipsOnlyWhenAsked)
     EXPECT_EQ(manager.getAnimationBlock(82UL, false), scene);
     EXPECT_EQ(manager.getAnimationBlock(84UL, false), nullptr);
     EXPECT_EQ(manager.getAnimationBlock(84UL, true), nested);
+    EXPECT_EQ(manager.getAnimationBlock(0x100000052UL, false), scene) << "the low 32 bits count";
+    EXPECT_EQ(manager.getAnimationBlock(0x100000054UL, true), nested);
 
     EXPECT_EQ(manager.getAnimationBlock("listed", true), nullptr);
     EXPECT_EQ(manager.getAnimationBlock("scene", false), scene);
@@ -242,6 +244,7 @@ TEST_F(FindingClips, findSubClipDescendsToAnyDepthButNotToTheParentItself) {
     EXPECT_EQ(manager.findSubClip(91UL, top), nullptr);
     EXPECT_EQ(manager.findSubClip(94UL, top), nullptr);
     EXPECT_EQ(manager.findSubClip(93UL, nullptr), nullptr);
+    EXPECT_EQ(manager.findSubClip(0x10000005DUL, top), deep) << "the low 32 bits count";
 }
 
 TEST_F(FindingClips, findSubClipFindsADeepCloneOfTheFirstBranchBeforeTheSecondBranch) {

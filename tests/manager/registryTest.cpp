@@ -117,6 +117,29 @@ TEST_F(Registry, idsAreCutToThirtyTwoBits) {
     registeredCurve("a", {})->setId(7);
     manager.subCurve(0x100000007UL);
     EXPECT_TRUE(manager.getAnimCurves()->empty());
+
+    kvAnimationClip* walk = clip("walk");
+    manager.addClip(walk);
+    walk->setId(8);
+    manager.subClip(0x100000008UL);
+    EXPECT_TRUE(manager.getClips()->empty());
+}
+
+TEST_F(Registry, idsOfBlocksAreCutToThirtyTwoBitsInEveryList) {
+    kvAnimationBlock* listed = block("listed", 0, 10);
+    manager.addAnimationBlock(listed);
+    kvAnimationBlock* onScene = block("onScene", 0, 10);
+    kvAnimationManager2::_animationBlocks.push_back(onScene);
+    kvAnimationClip* walk = clip("walk");
+    manager.addClip(walk);
+    kvAnimationBlock* inClip = keep(newBlock("inClip", 0, 10));
+    walk->addBlock(inClip);
+    for (kvAnimationBlock* any : {listed, onScene, inClip})
+        any->setId(7);
+    manager.subAnimationBlock(0x100000007UL, true);
+    EXPECT_TRUE(manager.getBlocks()->empty());
+    EXPECT_TRUE(kvAnimationManager2::_animationBlocks.empty());
+    EXPECT_TRUE(walk->getBlocks(false, false).empty());
 }
 
 TEST_F(Registry, removingWhatIsAbsentOrNullChangesNothing) {

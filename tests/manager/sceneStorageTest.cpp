@@ -245,6 +245,7 @@ TEST_F(Storing, cameraAnimationsAreSharedWithTheOtherNode) {
     manager.importCameraAnimations(osg::NullFC, group);
     manager.importCameraAnimations(group, group);
     EXPECT_EQ(storedCurves(group), (Names{"from"})) << "to the same node nothing is added";
+    EXPECT_EQ(storedBlocks(group), (Names{"A"}));
     manager.importCameraAnimations(group, transform);
     EXPECT_EQ(storedCurves(transform), (Names{"from"}));
     EXPECT_EQ(storedBlocks(transform), (Names{"A"}));

@@ -105,6 +105,13 @@ class Transport : public kv::test::PlaybackFixture {
     }
 
     static std::string address(const void* pointer) { return text(pointer); }
+
+    // The other value of every flag, so that an operation which clears too much is seen.
+    static void raiseAllFlags() {
+        Access::blocking() = Access::playing() = Access::pausing() = Access::repeating() = true;
+        Access::ffw() = Access::fbw() = Access::reverse() = true;
+        Access::connectedGlobalSlider() = Access::ignoreActivity() = true;
+    }
 };
 
 // The state before the first test: fixtures set it anew.
@@ -281,6 +288,150 @@ TEST_F(Transport, playClipFromTwoFramesTakesTheDurationOfTheArguments) {
                        {"pt", "2"},
                        {"playing", "true"}}));
     EXPECT_TRUE(item->getDirty());
+}
+
+// With every flag up and every item set: what each operation leaves.
+TEST_F(Transport, playClearsOnlyTheFlagsThatItTakesAndKeepsTheOtherItems) {
+    kvAnimationBlock* const block = makeBlock(node, 10.0F, 40.0F);
+    kvAnimationClip* const clip = makeClip();
+    const std::unique_ptr<kvAnimationSequence2> item(makeSequence("go", 5.0F, 9.0F));
+    const osg::NodePtr other = makeMover();
+    const auto prepare = [&] {
+        raiseAllFlags();
+        Access::playing() = false;
+        Access::pausing() = false;
+        Access::fps() = 75.0F;
+        Access::pt() = static_cast<Controller::PlayType>(77);
+        Access::startTime() = 909.0;
+        Access::startFrame() = 903.0F;
+        Access::endFrame() = 904.0F;
+        Access::duration() = 907.0F;
+        Access::playingBlock() = makeBlock(node, 0.0F, 1.0F);
+        Access::playingClip() = makeClip();
+        static kvAnimationSequence2 another("another");
+        Access::playingSequence() = &another;
+        Access::node() = node;
+    };
+    prepare();
+    EXPECT_EQ(changesOf([&] { Controller::play(block, false, false); }),
+              (Changes{{"startTime", "7.5"},
+                       {"startFrame", "10"},
+                       {"endFrame", "40"},
+                       {"duration", "30"},
+                       {"playingBlock", address(block)},
+                       {"pt", "1"},
+                       {"playing", "true"},
+                       {"reverse", "false"},
+                       {"repeating", "false"},
+                       {"ignoreActivity", "false"}}));
+    prepare();
+    EXPECT_EQ(changesOf([&] { Controller::play(block, 1.0F, 2.0F, false, false); }),
+              (Changes{{"startTime", "7.5"},
+                       {"startFrame", "1"},
+                       {"endFrame", "2"},
+                       {"duration", "30"},
+                       {"playingBlock", address(block)},
+                       {"pt", "1"},
+                       {"playing", "true"},
+                       {"reverse", "false"},
+                       {"repeating", "false"},
+                       {"ignoreActivity", "false"}}));
+    prepare();
+    EXPECT_EQ(changesOf([&] { Controller::play(item.get(), false); }),
+              (Changes{{"startTime", "7.5"},
+                       {"startFrame", "5"},
+                       {"endFrame", "9"},
+                       {"duration", "4"},
+                       {"playingSequence", address(item.get())},
+                       {"pt", "5"},
+                       {"playing", "true"},
+                       {"reverse", "false"},
+                       {"ignoreActivity", "false"}}));
+    clip->addBlock(new kvAnimationBlock(node, "b"));
+    clip->getLastInsertedBlock()->addCurve(makeRamp(node, 11.0F, 41.0F));
+    clip->updateBounds();
+    prepare();
+    EXPECT_EQ(changesOf([&] { Controller::play(clip, false, false); }),
+              (Changes{{"startTime", "7.5"},
+                       {"startFrame", "11"},
+                       {"endFrame", "41"},
+                       {"duration", "30"},
+                       {"playingClip", address(clip)},
+                       {"pt", "2"},
+                       {"playing", "true"},
+                       {"reverse", "false"},
+                       {"repeating", "false"},
+                       {"ignoreActivity", "false"}}));
+    prepare();
+    EXPECT_EQ(changesOf([&] { Controller::play(clip, 8.0F, 2.0F, true, true); }),
+              (Changes{{"startTime", "7.5"},
+                       {"startFrame", "8"},
+                       {"endFrame", "2"},
+                       {"duration", "-6"},
+                       {"playingClip", address(clip)},
+                       {"pt", "2"},
+                       {"playing", "true"},
+                       {"repeating", "false"}}));
+    prepare();
+    EXPECT_EQ(changesOf([&] { Controller::play(other, false); }), (Changes{{"startTime", "7.5"},
+                                                                           {"startFrame", "33"},
+                                                                           {"duration", "-1"},
+                                                                           {"node", text(other)},
+                                                                           {"fps", "25"},
+                                                                           {"pt", "4"},
+                                                                           {"playing", "true"},
+                                                                           {"reverse", "false"}}));
+    prepare();
+    EXPECT_EQ(changesOf([] { Controller::play(false); }), (Changes{{"startTime", "7.5"},
+                                                                   {"startFrame", "33"},
+                                                                   {"pt", "4"},
+                                                                   {"playing", "true"},
+                                                                   {"reverse", "false"}}));
+    prepare();
+    EXPECT_EQ(changesOf([] { Controller::playGlobal(false, false, false); }),
+              (Changes{{"startTime", "7.5"},
+                       {"startFrame", "33"},
+                       {"pt", "3"},
+                       {"playing", "true"},
+                       {"reverse", "false"},
+                       {"connectedGlobalSlider", "false"},
+                       {"ignoreActivity", "false"}}));
+}
+
+TEST_F(Transport, fastPlaybackLeavesEveryOtherFlag) {
+    raiseAllFlags();
+    EXPECT_EQ(changesOf([] { Controller::fastForward(); }), (Changes{{"fps", "75"}}));
+    EXPECT_EQ(changesOf([] { Controller::fastBackward(); }), (Changes{{"fps", "225"}}));
+}
+
+TEST_F(Transport, resetsAndItemJumpsLeaveEveryFlagButTheFourThatTheyClear) {
+    kvAnimationBlock* const block = makeBlock(node, 10.0F, 40.0F);
+    kvAnimationClip* const clip = makeClip();
+    clip->addBlock(new kvAnimationBlock(node, "b"));
+    clip->getLastInsertedBlock()->addCurve(makeRamp(node, 11.0F, 41.0F));
+    clip->updateBounds();
+    const auto changes = [&](auto operation) {
+        raiseAllFlags();
+        kvAnimationManager2::setActualFrame(33.0F);
+        Access::values().replace().resize(9);
+        return changesOf(operation);
+    };
+    const Changes stopped = {{"playing", "false"},
+                             {"reverse", "false"},
+                             {"ignoreActivity", "false"},
+                             {"blocking", "false"}};
+    const auto and_ = [&](Changes more) {
+        more.insert(stopped.begin(), stopped.end());
+        return more;
+    };
+    EXPECT_EQ(changes([&] { Controller::reset(block); }), and_({{"values", "1"}}));
+    EXPECT_EQ(changes([&] { Controller::reset(clip); }),
+              and_({{"values", "1"}, {"manager.actualFrame", "11"}}));
+    EXPECT_EQ(changes([&] { Controller::gotoStart(block); }),
+              and_({{"manager.actualFrame", "10"}}));
+    EXPECT_EQ(changes([&] { Controller::gotoEnd(block); }), and_({{"manager.actualFrame", "40"}}));
+    EXPECT_EQ(changes([&] { Controller::gotoStart(clip); }), and_({{"manager.actualFrame", "11"}}));
+    EXPECT_EQ(changes([&] { Controller::gotoEnd(clip); }), and_({{"manager.actualFrame", "41"}}));
 }
 
 TEST_F(Transport, playOfNullChangesNothing) {
@@ -464,6 +615,50 @@ TEST_F(Transport, jumpsOfATypeWithoutItsItemEmptyTheValuesAndKeepTheFrame) {
             EXPECT_EQ(changesOf(jump), (Changes{{"values", "0"}}));
         }
     }
+}
+
+// Every jump stops; what else it sets, by type and direction. Nothing but that changes, the frame
+// and the range of the transport included.
+TEST_F(Transport, jumpsOfATypeStopAndSetItsValuesAndTheManagersFrame) {
+    kvAnimationBlock* const block = makeBlock(node, 10.0F, 40.0F);
+    kvAnimationClip* const clip = makeClip();
+    clip->addBlock(new kvAnimationBlock(node, "b"));
+    clip->getLastInsertedBlock()->addCurve(makeRamp(node, 11.0F, 41.0F));
+    clip->updateBounds();
+    const std::unique_ptr<kvAnimationCurve> selected(makeRamp(node, 0.0F, 2000.0F));
+    kvAnimationManager2::_the.setSelectedCurves({selected.get()});
+    kvAnimationManager2::_animationBlocks = {block, makeBlock(node, 12.0F, 42.0F)};
+    Access::playingBlock() = block;
+    Access::playingClip() = clip;
+
+    struct Row {
+        Controller::PlayType type;
+        bool toStart;
+        const char* values; // there were 9; global playback adds to them
+        const char* managersFrame;
+    };
+    const Row rows[] = {
+        {Controller::PT_BLOCK, true, "1", "10"},    {Controller::PT_BLOCK, false, "1", "40"},
+        {Controller::PT_CLIP, true, "1", "11"},     {Controller::PT_CLIP, false, "1", "41"},
+        {Controller::PT_GLOBAL, true, "12", "901"}, {Controller::PT_GLOBAL, false, "12", "902"},
+        {Controller::PT_LOCAL, true, "1", "901"},   {Controller::PT_LOCAL, false, "1", "902"},
+    };
+    for (const Row& row : rows) {
+        raiseAllFlags();
+        Access::values().replace().resize(9);
+        kvAnimationManager2::setActualFrame(33.0F);
+        EXPECT_EQ(changesOf([&] {
+                      row.toStart ? Controller::gotoStart(row.type) : Controller::gotoEnd(row.type);
+                  }),
+                  (Changes{{"playing", "false"},
+                           {"reverse", "false"},
+                           {"ignoreActivity", "false"},
+                           {"blocking", "false"},
+                           {"values", row.values},
+                           {"manager.actualFrame", row.managersFrame}}))
+            << "type " << row.type << (row.toStart ? " to its start" : " to its end");
+    }
+    kvAnimationManager2::_the.clear(true);
 }
 
 TEST_F(Transport, jumpsOfAnUnknownTypeOnlyStop) {
