@@ -46,6 +46,7 @@ class AnimationTrack;
 /// up is kept in a static slot while an operation works.
 class KV_ANIMATIONS_API kvAnimationAttachmentInteraction {
   public:
+    // The stored forms.
     using AttachmentPtr = osg::FCPtr<osg::AttachmentPtr, osg::AnimationAttachment>;
     using ClipPtr = osg::FCPtr<osg::FieldContainerPtr, osg::AnimationClip>;
     using TrackPtr = osg::FCPtr<osg::FieldContainerPtr, osg::AnimationTrack>;
@@ -55,9 +56,11 @@ class KV_ANIMATIONS_API kvAnimationAttachmentInteraction {
 
     kvAnimationAttachmentInteraction() = default;
     kvAnimationAttachmentInteraction(const kvAnimationAttachmentInteraction&) = default;
+    /// @{
     /// There is no state: assigning changes nothing.
     kvAnimationAttachmentInteraction& operator=(const kvAnimationAttachmentInteraction& other);
     kvAnimationAttachmentInteraction& operator=(kvAnimationAttachmentInteraction&& other) noexcept;
+    /// @}
 
     /// @name Writing
     /// @{

@@ -77,39 +77,53 @@ class KV_ANIMATIONS_API kvAnimationBlock {
     /// The node that the curves animate; null when there is none or when it was destroyed.
     osg::NodePtr getAppropriateNode() const;
 
+    /// @{
     /// What kind of thing is animated, a code of the manager: 1 other, 2 spot light, 3 point light,
     /// 4 directional light, 5 camera; 0 before the manager has told.
     unsigned char getAnimatedType() const { return _animatedType; }
     void setAnimatedType(unsigned char type) { _animatedType = type; }
+    /// @}
 
+    /// @{
     /// Whether the block animates a camera.
     bool isCameraBlock() const { return _cameraBlock; }
     void setCameraBlock(bool cameraBlock) { _cameraBlock = cameraBlock; }
+    /// @}
 
+    /// @{
     /// Whether the block is marked as mirrored in time. The setter only sets the mark, flip also
     /// mirrors the keys.
     bool getFliped() const { return _fliped; }
     void setFliped(bool fliped) { _fliped = fliped; }
+    /// @}
 
+    /// @{
     /// Whether the block takes part in evaluation.
     bool getActive() const { return _active; }
     void setActive(bool active) { _active = active; }
+    /// @}
 
+    /// @{
     /// Whether playback of the block starts over at its end.
     bool getRepeat() const { return _repeat; }
     void setRepeat(bool repeat) { _repeat = repeat; }
+    /// @}
 
+    /// @{
     /// Whether the block contributes motion blur samples.
     bool getMotionBlur() const { return _motionBlur; }
     void setMotionBlur(bool motionBlur) { _motionBlur = motionBlur; }
+    /// @}
 
     /// Appends \p curve, which the block owns from now on, and widens the range by it. Null is
     /// appended as well and widens nothing. Nothing checks whether the curve is already there.
     void addCurve(kvAnimationCurve* curve);
 
+    /// @{
     /// The curves, in order of insertion. May be changed; the range then stays as it is.
     std::vector<kvAnimationCurve*>& getBlockCurves() { return _blockCurves; }
     const std::vector<kvAnimationCurve*>& getBlockCurves() const { return _blockCurves; }
+    /// @}
 
     /// The first curve that animates \p attribute (exact match) if it has keys; null when there is
     /// no such curve, and also when the first one has no keys: later ones are not considered.

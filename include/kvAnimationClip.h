@@ -54,25 +54,35 @@ class KV_ANIMATIONS_API kvAnimationClip {
     /// Deletes the tracks and everything on them.
     ~kvAnimationClip();
 
+    /// @{
     /// The id by which the clip is found. Not necessarily unique. 32 bits are kept.
     void setId(unsigned long id);
     unsigned int getId() const { return _id; }
+    /// @}
 
+    /// @{
     /// The name shown in the clip editor.
     void setName(std::string name);
     std::string getName() const { return _name; }
+    /// @}
 
+    /// @{
     /// Whether the clip takes part in playback; its own flag only.
     void setActive(bool active) { _active = active; }
     bool getActive() const { return _active; }
+    /// @}
 
+    /// @{
     /// Whether playback of the clip starts over at its end.
     void setRepeat(bool repeat) { _repeat = repeat; }
     bool getRepeat() const { return _repeat; }
+    /// @}
 
+    /// @{
     /// What setFliped and setMotionBlur were told last.
     bool getFliped() const { return _fliped; }
     bool getMotionBlur() const { return _motionBlur; }
+    /// @}
 
     /// Number of tracks.
     int getTrackAmount() const { return static_cast<int>(_tracks.size()); }
@@ -80,11 +90,13 @@ class KV_ANIMATIONS_API kvAnimationClip {
     /// The tracks in order of creation.
     const std::vector<kvAnimationTrack*>& getTracks() const { return _tracks; }
 
+    /// @{
     /// The item that was added or inserted last through this clip; null before the first one. Not
     /// cleared when the item is removed or deleted.
     kvAnimationBlock* getLastInsertedBlock() const { return _lastInsertedBlock; }
     kvAnimationClip* getLastInsertedSubclip() const { return _lastInsertedSubclip; }
     kvAnimationSequence2* getLastInsertedSequence() const { return _lastInsertedSequence; }
+    /// @}
 
     /// @name Tracks
     /// @{

@@ -59,9 +59,11 @@ class KV_ANIMATIONS_API kvAnimationConverter {
     static void convertPoint(const ControlPointPtr& stored, const AnimCurvePtr& curve);
     /// The node of a clip, without its tracks; `convertR` never asks for it.
     static AnimNodePtr convertClip(const ClipPtr& stored);
+    /// @{
     /// Neither tracks nor sequences have a counterpart.
     static void convertTrack(const TrackPtr&) {}
     static void convertSequence(const BlockPtr&) {}
+    /// @}
 
     kvAnimationConverter() {}
     ~kvAnimationConverter() {}

@@ -31,10 +31,12 @@ class KV_ANIMATIONS_API kvAnimationCurve : public kvControlPointManager {
     /// A curve for the attribute `name`, in the colour that belongs to the name.
     explicit kvAnimationCurve(std::string name);
 
+    /// @{
     /// Copies everything, the id included, and draws no id. Links are those of the source; see
     /// kvControlPointManager.
     kvAnimationCurve(const kvAnimationCurve& other);
     kvAnimationCurve& operator=(const kvAnimationCurve& other);
+    /// @}
     ~kvAnimationCurve();
 
     using kvControlPointManager::isSelected;

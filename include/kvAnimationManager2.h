@@ -56,15 +56,17 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     /// The int of the camera callbacks selects a camera; the library always passes -1, the active
     /// one.
     /// @{
-    using SimulationTimeCB = double (*)();
+    using SimulationTimeCB = double (*)(); ///< seconds on the host's clock
+    /// Fills in where the camera stands, what it looks at and its up direction.
     using GetFromAtUpCB = void (*)(int, osg::Pnt3f&, osg::Pnt3f&, osg::Vec3f&);
+    /// Places the camera.
     using SetFromAtUpCB = void (*)(int, const osg::Pnt3f&, const osg::Pnt3f&, const osg::Vec3f&);
-    using GetFovCB = float (*)();
-    using SetFovCB = void (*)(float);
-    using GetZUpCB = bool (*)();
-    using SetZUpCB = void (*)(bool);
-    using ExecuteSequenceCB = void (*)(std::string);
-    using UpdateCB = void (*)(bool);
+    using GetFovCB = float (*)();                    ///< the field of view, in the host's unit
+    using SetFovCB = void (*)(float);                ///< sets the field of view, in the host's unit
+    using GetZUpCB = bool (*)();                     ///< whether z is up
+    using SetZUpCB = void (*)(bool);                 ///< sets whether z is up
+    using ExecuteSequenceCB = void (*)(std::string); ///< runs a sequence item's text
+    using UpdateCB = void (*)(bool);                 ///< asks for a new picture
     /// @}
 
     /// The manager of the process.
@@ -97,9 +99,9 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     /// Each appends to the end of its list, then overwrites the object's id with a fresh one. Null
     /// is ignored and draws nothing. Nothing checks for duplicates.
     /// @{
-    void addCurve(kvAnimationCurve* curve);
-    void addAnimationBlock(kvAnimationBlock* block);
-    void addClip(kvAnimationClip* clip);
+    void addCurve(kvAnimationCurve* curve);          ///< to the curve list
+    void addAnimationBlock(kvAnimationBlock* block); ///< to the block list
+    void addClip(kvAnimationClip* clip);             ///< to the clip list
     /// The last entry of the curve list, null when it is empty.
     kvAnimationCurve* getLastInsertedCurve() const;
     /// The last entry of the block list, null when it is empty.
@@ -112,14 +114,15 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     /// Objects are unlinked, never deleted; their ids stay issued. Identity is the id, not the
     /// pointer: every curve and every clip with the id is removed, but only the first block.
     /// @{
-    void subCurve(kvAnimationCurve* curve);
-    void subCurve(unsigned long id);
-    void subClip(kvAnimationClip* clip);
-    void subClip(unsigned long id);
+    void subCurve(kvAnimationCurve* curve); ///< every curve with that curve's id
+    void subCurve(unsigned long id);        ///< every curve with the id
+    void subClip(kvAnimationClip* clip);    ///< every clip with that clip's id
+    void subClip(unsigned long id);         ///< every clip with the id
     /// The first block with the id leaves the block list, then the first one leaves the scene
     /// blocks.
     /// With `inClips` it is also taken from the first clip that holds it, at any depth.
     void subAnimationBlock(kvAnimationBlock* block, bool inClips);
+    /// The same by id.
     void subAnimationBlock(unsigned long id, bool inClips);
     /// Whether `seq` lies directly on a track of `clip`. Only answers: the clip is not changed
     /// (that is kvAnimationClip::subSequence). False for an item of a sub-clip and for nulls.
@@ -134,8 +137,8 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     void eraseEmptyCurves();
     /// Empties the curve list and the selected curve list.
     void clearCurveLists();
-    void clearBlockList();
-    void clearClipList();
+    void clearBlockList(); ///< empties the block list
+    void clearClipList();  ///< empties the clip list; the active clip stays
     /// Empties the curve list, the selected curve list and the block list; with `all` also the clip
     /// list and the scene blocks. The active clip and the issued ids stay.
     void clear(bool all);
@@ -144,9 +147,10 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     /// @name The lists
     /// The lists themselves; pointers stay valid for the life of the manager.
     /// @{
-    std::vector<kvAnimationCurve*>* getAnimCurves();
-    std::vector<kvAnimationBlock*>* getBlocks();
-    std::vector<kvAnimationClip*>* getClips();
+    std::vector<kvAnimationCurve*>* getAnimCurves(); ///< the loose curves
+    std::vector<kvAnimationBlock*>* getBlocks();     ///< the blocks that are not of the scene
+    std::vector<kvAnimationClip*>* getClips();       ///< the clips on top
+    /// The blocks found on the scene graph, which play globally.
     const std::vector<kvAnimationBlock*>& getSceneBlocks() const;
     /// @}
 
@@ -173,7 +177,9 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     kvAnimationBlock* getBlock(kvAnimationCurve* curve, bool scene);
     /// By id: the scene blocks; with `inClips` then every clip at any depth.
     kvAnimationBlock* getAnimationBlock(unsigned long id, bool inClips);
+    /// The same by name.
     kvAnimationBlock* getAnimationBlock(std::string name, bool inClips);
+    /// The same by a curve of the block.
     kvAnimationBlock* getAnimationBlock(kvAnimationCurve* curve, bool inClips);
 
     /// By id: each clip of the list, followed by its direct sub-clips in order of their start.
@@ -212,10 +218,12 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
 
     /// @name Active clip and change mark
     /// @{
+    /// The clip that the host's clip maker shows; null for none. Only stored, never followed.
     static void setActiveClip(kvAnimationClip* clip);
-    static kvAnimationClip* getActiveClip();
+    static kvAnimationClip* getActiveClip(); ///< null at first
+    /// A mark for the host that something has changed since it saved; the library never sets it.
     void setDirty(bool dirty);
-    bool isDirty() const;
+    bool isDirty() const; ///< true at first
     /// @}
 
     /// @name Frame evaluation
@@ -338,7 +346,9 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     /// before reading: stored objects hold references to their nodes, and these end with the
     /// reading.
     /// @{
+    /// Appends the stored loose curves to the curve list.
     void importCurves(const osg::NodePtr& node, bool resolve);
+    /// Appends the stored blocks to the block list; blocks read so do not play globally.
     void importBlocks(const osg::NodePtr& node, bool resolve);
     /// `root` is the camera node, to which curves of camera blocks are re-targeted.
     void importClips(const osg::NodePtr& node, osg::NodePtr root, bool resolve);
@@ -364,16 +374,16 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     /// @name Host callbacks
     /// Null uninstalls. Without one the fallback named at the operation below holds.
     /// @{
-    static void setSimulationTimeCB(SimulationTimeCB callback);
-    static void setGetFromAtUpCB(GetFromAtUpCB callback);
-    static void setFromAtUpCB(SetFromAtUpCB callback);
-    static void setGetFovCB(GetFovCB callback);
-    static void setFovCB(SetFovCB callback);
-    static void setGetZUpCB(GetZUpCB callback);
-    static void setZUpCB(SetZUpCB callback);
-    static void setExecuteSequenceCB(ExecuteSequenceCB callback);
-    static void setUpdateNavigatorCB(UpdateCB callback);
-    static void setUpdateRenderCB(UpdateCB callback);
+    static void setSimulationTimeCB(SimulationTimeCB callback);   ///< asked by getSimulationTime
+    static void setGetFromAtUpCB(GetFromAtUpCB callback);         ///< asked by getFromAtUp
+    static void setFromAtUpCB(SetFromAtUpCB callback);            ///< told by setFromAtUp
+    static void setGetFovCB(GetFovCB callback);                   ///< asked by getFOV
+    static void setFovCB(SetFovCB callback);                      ///< told by setFOV
+    static void setGetZUpCB(GetZUpCB callback);                   ///< asked by getZUp
+    static void setZUpCB(SetZUpCB callback);                      ///< told by setZUp
+    static void setExecuteSequenceCB(ExecuteSequenceCB callback); ///< told by executeSequence
+    static void setUpdateNavigatorCB(UpdateCB callback);          ///< told by updateNavigator
+    static void setUpdateRenderCB(UpdateCB callback);             ///< told by updateRender
     /// @}
 
     /// @name Host services
@@ -383,12 +393,15 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     static double getSimulationTime();
     /// The host's field of view; -1 without a callback.
     static float getFOV();
+    /// Nothing happens without a callback.
     static void setFOV(float fov);
     /// Whether z is up; false (y is up) without a callback.
     static bool getZUp();
+    /// Nothing happens without a callback.
     static void setZUp(bool zUp);
     /// The active camera; all zero without a callback.
     static void getFromAtUp(osg::Pnt3f& from, osg::Pnt3f& at, osg::Vec3f& up);
+    /// Places the active camera; nothing happens without a callback.
     static void setFromAtUp(const osg::Pnt3f& from, const osg::Pnt3f& at, const osg::Vec3f& up);
     /// Puts the camera on the horizontal circle around `at` that runs through `from`, at `degree`
     /// degrees from the x axis, as high above `at` as `from` lies above or below it. `up` is not
@@ -397,30 +410,36 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     /// The degree at which the active camera stands on that circle, 0 to 360; 0 for a camera
     /// exactly above or below its target.
     static float computeObserverDegree();
+    /// Asks the host to refresh its navigation; `flag` goes to the callback as it is.
     static void updateNavigator(bool flag);
+    /// Asks the host for a new picture; `flag` goes to the callback as it is.
     static void updateRender(bool flag);
     /// @}
 
     /// @name Settings of the process
+    /// What the host keeps here is stored as it is and read by nobody else, but for the frame.
     /// @{
-    static float getActualFrame();
+    static float getActualFrame(); ///< the frame evaluated last; 0 at first
+    /// Playback sets it with every tick; convertCurveValueToCP keys at it.
     static void setActualFrame(float frame);
-    static void setMotionBlurSamples(int samples);
-    static int getMotionBlurSamples();
-    static void setMotionBlurShutterTime(float time);
-    static float getMotionBlurShutterTime();
-    static void setActiveAnimationWidget(AnimationWidgetType widget);
-    static AnimationWidgetType getActiveAnimationWidget();
-    /// Keeps the camera for the host; no reference is counted.
+    static void setMotionBlurSamples(int samples);    ///< pictures that make one blurred picture
+    static int getMotionBlurSamples();                ///< 64 at first
+    static void setMotionBlurShutterTime(float time); ///< how long they cover, in the host's unit
+    static float getMotionBlurShutterTime();          ///< 1 at first
+    static void setActiveAnimationWidget(AnimationWidgetType widget); ///< the editor with the focus
+    static AnimationWidgetType getActiveAnimationWidget();            ///< CurveEditor at first
+    /// Keeps the camera of the host's viewer; no reference is counted, null for none.
     static void setMGLWCamera(osg::CameraPtr camera);
-    static osg::CameraPtr getMGLWCamera();
+    static osg::CameraPtr getMGLWCamera(); ///< null at first
     /// @}
 
     /// @name The curve editor: what is shown and selected
     /// The selection operations are deliberately not symmetrical: selecting works on the keys,
     /// deselecting a curve on its own flag.
     /// @{
+    /// What the editor shows from now on, in this order; nothing is owned or checked.
     void setSelectedCurves(const std::vector<kvAnimationCurve*>& curves);
+    /// The list itself; valid for the life of the manager.
     std::vector<kvAnimationCurve*>* getSelectedCurves();
     /// The curves of the block become the selected curves.
     void showInEditor(kvAnimationBlock* block);
@@ -443,10 +462,13 @@ class KV_ANIMATIONS_API kvAnimationManager2 {
     /// @name The curve editor: operations on all selected curves
     /// In list order.
     /// @{
+    /// Recomputes the handles of all keys, by their types.
     void computeTangents();
     /// Gives the selected keys the tangent type and recomputes their handles.
     void computeTangentsOfSelectedCPs(int type);
+    /// Stores in each selected key how far it lies from the mouse, in frames and values.
     void computeDistancesToMouseOfAllSelected(double x, double y);
+    /// Holds the value between neighbouring selected keys.
     void constantCurveBetweenSelected();
     /// The handle-length mode of each curve; recomputes nothing.
     void setTangentLength(int length);

@@ -31,25 +31,35 @@ class KV_ANIMATIONS_API kvAnimationSequence2 : public kvAnimationBlock {
 
     ~kvAnimationSequence2();
 
+    /// @{
     /// The text that tells the host what to run.
     void setSequence(const std::string& text) { _sequence = text; }
     const std::string& getSequence() const { return _sequence; }
+    /// @}
 
+    /// @{
     /// A setting of the host that is only kept here, in 16 bits: higher bits are dropped.
     void setZerosFillAmount(unsigned int amount);
     unsigned int getZerosFillAmount() const { return _zerosFillAmount; }
+    /// @}
 
+    /// @{
     /// The ends of the range, in frames. Nothing keeps the end after the start.
     void setStartFrame(float frame) { _startFrame = frame; }
     void setEndFrame(float frame) { _endFrame = frame; }
+    /// @}
 
+    /// @{
     /// The last whole frame at which the sequence ran; -1e23 means never.
     void setOldFrame(float frame) { _oldFrame = frame; }
     float getOldFrame() const { return _oldFrame; }
+    /// @}
 
+    /// @{
     /// Whether the sequence is to run again even at the frame at which it ran last.
     void setDirty(bool dirty) { _dirty = dirty; }
     bool getDirty() const { return _dirty; }
+    /// @}
 
     /// Shifts the range by \p delta frames.
     ///

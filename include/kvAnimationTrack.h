@@ -54,19 +54,25 @@ class KV_ANIMATIONS_API kvAnimationTrack {
     /// Empties the three lists. The items are not deleted.
     void clear();
 
+    /// @{
     /// The track's own flags. They describe the last setter call; evaluation asks the items.
     bool getActive() const { return _active; }
     bool getFliped() const { return _fliped; }
     bool getMotionBlur() const { return _motionBlur; }
+    /// @}
 
+    /// @{
     /// The number that the clip gave the track. Not its position: see kvAnimationClip::deleteTrack.
     void setNumber(int number) { _number = number; }
     int getNumber() const { return _number; }
+    /// @}
 
+    /// @{
     /// The items, in the order of the last sort.
     const std::vector<kvAnimationBlock*>& getBlocks() const { return _blocks; }
     const std::vector<kvAnimationClip*>& getClips() const { return _clips; }
     const std::vector<kvAnimationSequence2*>& getSequences() const { return _sequences; }
+    /// @}
 
     /// @name Adding
     /// The track owns the item from now on, and its bounds are updated. False for null, and for a

@@ -47,58 +47,87 @@ class KV_ANIMATIONS_API kvControlPoint {
     /// Copies every field, the id and the links included.
     kvControlPoint& operator=(const kvControlPoint& other);
 
+    /// @{
     /// Moves the key alone; its handles stay where they are and its list is not sorted again.
     void setPoint(Point newPoint);
     Point getPoint() const { return point; }
+    /// @}
 
+    /// @{
     /// The incoming handle as an absolute position, not a direction.
     void setInTangent(Point position) { inTangent = position; }
     Point getInTangent() const { return inTangent; }
+    /// @}
 
+    /// @{
     /// The outgoing handle as an absolute position, not a direction.
     void setOutTangent(Point position) { outTangent = position; }
     Point getOutTangent() const { return outTangent; }
+    /// @}
 
+    /// @{
     /// Where the key was when an interactive move began.
     void setOldPoint(Point position) { oldPoint = position; }
     Point getOldPoint() const { return oldPoint; }
+    /// @}
 
+    /// @{
     /// The signed distance from the mouse to the key, in frames and in units of value.
     void setDistance2Mouse(double dx, double dy);
     void getDistance2Mouse(double& dx, double& dy) const;
+    /// @}
 
+    /// @{
+    /// Whether the operations over selected keys touch this one.
     void setSelected(bool isNowSelected) { selected = isNowSelected; }
     bool isSelected() const { return selected; }
+    /// @}
 
+    /// @{
+    /// Whether the mouse is over the key. For the host to set; the hit test does not.
     void setUnderMouse(bool isNowUnderMouse) { underMouse = isNowUnderMouse; }
     bool isUnderMouse() const { return underMouse; }
+    /// @}
 
+    /// @{
     /// A mark for the host. Recomputing handles does not consult it.
     void setAutoTangents(bool automatic) { autoTangents = automatic; }
     bool getAutoTangents() const { return autoTangents; }
+    /// @}
 
+    /// @{
     /// The frames between which the key may be dragged. Kept for the host, not enforced.
     void setMinX(double frame) { minX = frame; }
     double getMinX() const { return minX; }
     void setMaxX(double frame) { maxX = frame; }
     double getMaxX() const { return maxX; }
+    /// @}
 
+    /// @{
+    /// The id by which lists find the key; any number. Not necessarily unique: copies share it.
     void setId(int newId);
     int getId() const { return id; }
+    /// @}
 
+    /// @{
     /// @param type a TangentType; other numbers are stored unchanged. The handles are not
     /// recomputed.
     void setTangentType(int type) { tangentType = type; }
     int getTangentType() const { return tangentType; }
+    /// @}
 
+    /// @{
     /// How far the incoming handle lies before the key: point minus handle. Positive for a handle
     /// on its own side of the key.
     double getInTangentDx() const { return point.x - inTangent.x; }
     double getInTangentDy() const { return point.y - inTangent.y; }
+    /// @}
 
+    /// @{
     /// How far the outgoing handle lies behind the key: handle minus point.
     double getOutTangentDx() const { return outTangent.x - point.x; }
     double getOutTangentDy() const { return outTangent.y - point.y; }
+    /// @}
 
     /// Whether this key's frame is smaller than the other's. Values, ids and handles play no part;
     /// a NaN frame compares false both ways.

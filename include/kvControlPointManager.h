@@ -53,12 +53,14 @@ class KV_ANIMATIONS_API kvControlPointManager {
     /// An empty list whose handles are Half long.
     kvControlPointManager();
 
+    /// @{
     /// Copies keys (ids and raw links as they are), counter, handle length and editing state. The
     /// copy's links and its hit key still point into the source; call computeLinkedList() or
     /// sortCPs() before editing the copy.
     kvControlPointManager(const kvControlPointManager& other);
     kvControlPointManager& operator=(const kvControlPointManager& other);
     ~kvControlPointManager();
+    /// @}
 
     /// @name Keys
     /// @{
@@ -114,10 +116,10 @@ class KV_ANIMATIONS_API kvControlPointManager {
     /// The key's flag, but false whenever this list is empty.
     bool isSelected(const kvControlPoint& cp) const;
 
-    void selectCP(kvControlPoint& cp);
-    void deselectCP(kvControlPoint& cp);
-    void selectAllCPs();
-    void deselectAllCPs();
+    void selectCP(kvControlPoint& cp);   ///< sets the flag of `cp` itself
+    void deselectCP(kvControlPoint& cp); ///< clears the flag of `cp` itself
+    void selectAllCPs();                 ///< sets the flags of all keys
+    void deselectAllCPs();               ///< clears the flags of all keys
 
     /// The selected keys in list order, valid until the list changes.
     std::vector<kvControlPoint*> getSelectedCPs();

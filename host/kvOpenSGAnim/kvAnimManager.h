@@ -64,10 +64,12 @@ class KV_OPENSG_ANIM_API kvAnimManager {
     /// character.
     static osg::Color3f getDefaultColor(const std::string& suffix);
 
+    /// @{
     /// Frames per second of animation in files; 25 unless set. Anything but a positive finite
     /// number is ignored.
     static double fps();
     static void setFps(double framesPerSecond);
+    /// @}
 
   private:
     kvAnimManager() = default;

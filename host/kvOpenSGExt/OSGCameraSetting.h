@@ -56,25 +56,37 @@ typedef FCPtr<NodeCorePtr, CameraSetting> CameraSettingPtr;
 class KV_OPENSG_EXT_API CameraSetting : public NodeCore {
     KV_REACTING_CONTAINER_DECL(CameraSetting, NodeCore, KV_CAMERA_SETTING_FIELDS, KV_ROW_NOTHING)
 
-    /// Tells whether z, not y, is up. Null, the start value, means y. One for the whole process.
+    /// Tells whether z, not y, is up.
     typedef bool (*ZUpCB)(void);
+    /// Null, the start value, means y. One for the whole process.
     static void setZUpCB(ZUpCB callback);
 
+    /// @{
     /// The f-number; unitless.
     Real32 getFStop(void) const { return getLensStop(); }
     void setFStop(Real32 value) { setLensStop(value); }
+    /// @}
+    /// @{
     /// Millimetres by convention; nothing is computed from it.
     Real32 getFocalLength(void) const { return getLensLength(); }
     void setFocalLength(Real32 value) { setLensLength(value); }
+    /// @}
 
+    /// @{
     /// Radius of the orbit. A negative distance is set as its absolute value.
     Real32 getDistance(void) const { return getOrbit().radius; }
     void setDistance(Real32 value);
+    /// @}
+    /// @{
     /// Below 0 when `from` is below `at`.
     Real32 getHeight(void) const { return getOrbit().height; }
     void setHeight(Real32 value);
+    /// @}
+    /// @{
+    /// Degrees around the up axis; remembered while the distance is 0.
     Real32 getTurnTableAngle(void) const { return getOrbit().degrees; }
     void setTurnTableAngle(Real32 degrees);
+    /// @}
 
   private:
     struct Orbit {
@@ -83,11 +95,13 @@ class KV_OPENSG_EXT_API CameraSetting : public NodeCore {
         Real32 degrees;
     };
 
+    /// @{
     /// The stored orbit while it leads to `from`, else the one that does.
     Orbit getOrbit(void) const;
     void storeOrbit(const Orbit& orbit);
     Pnt3f pointOnOrbit(const Orbit& orbit) const;
     void moveOnOrbit(const Orbit& orbit);
+    /// @}
 };
 
 KV_CONTAINER_INLINE(CameraSetting)

@@ -30,9 +30,11 @@ class KV_OPENSG_UTILS_API kvNodeUtils {
     /// The node that carries the transform of a node: itself, its parent, or null.
     static osg::NodePtr getTransformNode(const osg::NodePtr& node);
 
+    /// @{
     /// The translation; false, and zeros, when there is no transform.
     static bool getTransformNodeTranslation(const osg::NodePtr& node, float& x, float& y, float& z);
     static void setTransformNodeTranslation(const osg::NodePtr& node, float x, float y, float z);
+    /// @}
 
     /// The rotation in degrees: the angles of the node's TransformAttachment, without one those
     /// that the transform's rotation can be made from (order XYZ), without a transform zeros and
@@ -55,7 +57,9 @@ class KV_OPENSG_UTILS_API kvNodeUtils {
     static void setTransformNodeRotation(const osg::NodePtr& node, float x, float y, float z,
                                          int order = -1);
 
+    /// @{
     /// The scale; false, and ones, when there is no transform.
     static bool getTransformNodeScale(const osg::NodePtr& node, float& x, float& y, float& z);
     static void setTransformNodeScale(const osg::NodePtr& node, float x, float y, float z);
+    /// @}
 };

@@ -40,7 +40,9 @@ class KV_OPENSG_UTILS_API kvOpenSGUtils {
     /// before.
     static Handler setHandler(Handler handler);
 
+    /// @{
     /// The calls since the last clearLog, oldest first; at most kLogLength, the oldest go first.
     static const std::deque<Call>& getLog();
     static void clearLog();
+    /// @}
 };
