@@ -252,8 +252,8 @@ class KV_ANIMATIONS_API kvAnimationClip {
     /// @endcode
     void stretchRight(float newEnd);
 
-    /// Mirrors every track within its own range (kvAnimationTrack::setFliped), on every call, and
-    /// stores \p fliped.
+    /// Mirrors every track within its own range (kvAnimationTrack::setFliped, which also tells what
+    /// becomes of tracks that hold only sequence items), on every call, and stores \p fliped.
     ///
     /// @code
     ///   frame             0    5    10   15   20

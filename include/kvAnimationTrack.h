@@ -147,6 +147,10 @@ class KV_ANIMATIONS_API kvAnimationTrack {
     /// own range). Then stores \p fliped. Mirrors on every call, whatever the flag was: calling it
     /// twice with true restores the layout and leaves the flag true.
     ///
+    /// As sequence items do not count for getLastFrame, one that lies behind it goes to before the
+    /// first frame, and on a track without blocks and sub-clips, whose last frame is -1e23, all of
+    /// them go there for good: single precision keeps nothing of the frames they had.
+    ///
     /// @code
     ///   frame             0    5    10   15   20   25   30
     ///   before            [=== A ==>]    .    .    [ B =>]

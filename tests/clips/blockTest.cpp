@@ -1,6 +1,7 @@
 // The block: its range, its curves, the gestures that move and stretch it, and copies.
 
 #include "support/access/kvAnimationBlock.h"
+#include "support/access/kvControlPoint.h"
 #include "support/clipBuilders.h"
 
 #include <kvAnimationManager2.h>
@@ -22,6 +23,7 @@ namespace {
 using kvtest::newBlock;
 using kvtest::newCurve;
 using Access = kvTestAccess<kvAnimationBlock>;
+using Links = kvTestAccess<kvControlPoint>;
 
 const float kNaN = std::numeric_limits<float>::quiet_NaN();
 
@@ -111,6 +113,19 @@ TEST(BlockNode, isFoundAgainByItsId) {
     EXPECT_EQ(Access::nodeId(block), osg::getContainerId(node));
     osg::subRefCP(node);
     EXPECT_TRUE(block.getAppropriateNode() == osg::NullFC);
+}
+
+TEST(BlockNode, isTakenByBothConstructorsThatNameOne) {
+    osg::NodePtr node = osg::Node::create();
+    osg::addRefCP(node);
+    const kvAnimationBlock placed(node);
+    const kvAnimationBlock named(node, "door");
+    EXPECT_TRUE(placed.getAppropriateNode() == node);
+    EXPECT_TRUE(named.getAppropriateNode() == node);
+    EXPECT_EQ(named.getBlockName(), "door");
+    EXPECT_EQ(placed.getBlockName(), "");
+    EXPECT_EQ(node.getRefCount(), 1) << "a block holds no reference";
+    osg::subRefCP(node);
 }
 
 TEST(BlockNode, nullIsIdZero) {
@@ -337,6 +352,32 @@ TEST(BlockStretch, withoutCurvesChangesNothing) {
     block.stretchRight(2);
     EXPECT_EQ(block.getStartFrame(), 99999.0F);
     EXPECT_EQ(block.getEndFrame(), -99999.0F);
+}
+
+TEST(BlockEdit, linksTheKeysOfEveryCurve) {
+    // A copy has the links of its source until it is edited.
+    const kvtest::BlockOwner source(newBlock(10, 20));
+    source->addCurve(new kvAnimationCurve("keyless"));
+    source->addCurve(nullptr);
+    const auto isLinked = [](kvAnimationBlock& block) {
+        const std::vector<kvControlPoint>& keys =
+            std::as_const(*block.getBlockCurves().front()).getCPs();
+        return Links::previous(keys[0]) == nullptr && Links::next(keys[0]) == &keys[1] &&
+               Links::previous(keys[1]) == &keys[0] && Links::next(keys[1]) == nullptr;
+    };
+    kvAnimationBlock moved(*source);
+    EXPECT_FALSE(isLinked(moved));
+    moved.moveBlock(0);
+    EXPECT_TRUE(isLinked(moved));
+    kvAnimationBlock left(*source);
+    left.stretchLeft(0);
+    EXPECT_TRUE(isLinked(left));
+    kvAnimationBlock right(*source);
+    right.stretchRight(40);
+    EXPECT_TRUE(isLinked(right));
+    kvAnimationBlock mirrored(*source);
+    mirrored.flip();
+    EXPECT_TRUE(isLinked(mirrored));
 }
 
 TEST(BlockFlip, mirrorsCurvesAndTogglesTheMark) {

@@ -328,8 +328,10 @@ TEST(ClipCopy, isDeepWithTheClipsIdDrawnFirst) {
     source.setRepeat(true);
     source.addBlock(newBlock(10, 20, "b"));
     source.newSubclip()->addBlock(newBlock(0, 5));
+    source.addSequence(newSequence(0, 1));
     source.setMotionBlur(true);
     const kvAnimationClip copy(source);
+    EXPECT_EQ(copy.getLastInsertedSequence(), nullptr);
     EXPECT_EQ(copy.getName(), "walk");
     EXPECT_FALSE(copy.getActive());
     EXPECT_TRUE(copy.getRepeat());
@@ -337,20 +339,35 @@ TEST(ClipCopy, isDeepWithTheClipsIdDrawnFirst) {
     EXPECT_FALSE(copy.getFliped());
     EXPECT_EQ(copy.getLastInsertedBlock(), nullptr);
     EXPECT_EQ(copy.getLastInsertedSubclip(), nullptr);
-    ASSERT_EQ(copy.getTrackAmount(), 2);
+    ASSERT_EQ(copy.getTrackAmount(), 3);
     ASSERT_EQ(copy.getTrack(0)->getBlocks().size(), 1U);
     EXPECT_NE(copy.getTrack(0)->getBlocks()[0], source.getTrack(0)->getBlocks()[0]);
     EXPECT_EQ(copy.getTrack(0)->getBlocks()[0]->getBlockName(), "b");
     ASSERT_EQ(copy.getTrack(1)->getClips().size(), 1U);
     EXPECT_EQ(copy.getTrack(1)->getClips()[0]->getTrack(0)->getBlocks().size(), 1U);
     EXPECT_TRUE(kvAnimationManager2::checkId(copy.getId()));
+    kvAnimationClip mirrored;
+    mirrored.setFliped(true);
+    EXPECT_TRUE(kvAnimationClip(mirrored).getFliped());
 }
 
 TEST(ClipAssignment, sharesTheTracks) {
     kvAnimationClip source(std::string("walk"));
     source.addBlock(newBlock(10, 20));
+    source.newSubclip();
+    source.addSequence(newSequence(0, 1));
+    source.setActive(false);
+    source.setRepeat(true);
+    source.setMotionBlur(true);
+    source.setFliped(true);
     kvAnimationClip target;
     target = source;
+    EXPECT_FALSE(target.getActive());
+    EXPECT_TRUE(target.getRepeat());
+    EXPECT_TRUE(target.getMotionBlur());
+    EXPECT_TRUE(target.getFliped());
+    EXPECT_EQ(target.getLastInsertedSubclip(), source.getLastInsertedSubclip());
+    EXPECT_EQ(target.getLastInsertedSequence(), source.getLastInsertedSequence());
     EXPECT_EQ(target.getId(), source.getId());
     EXPECT_EQ(target.getName(), "walk");
     EXPECT_EQ(target.getTracks(), source.getTracks());
@@ -362,7 +379,11 @@ TEST(ClipPrint, listsTracks) {
     kvAnimationClip clip(std::string("walk"));
     clip.addBlock(newBlock(0, 1));
     clip.insertSequence(newSequence(0, 1), 0);
-    clip.newSubclip();
+    // What lies in a sub-clip is not counted.
+    kvAnimationClip* sub = clip.newSubclip();
+    sub->addBlock(newBlock(0, 1));
+    sub->addSequence(newSequence(0, 1));
+    sub->newSubclip();
     testing::internal::CaptureStdout();
     clip.printClipInfo();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "Clip Info\n"

@@ -156,6 +156,26 @@ TEST(TrackRemoving, reachesSubclipsOnlyWhenRecursive) {
     delete deepest;
 }
 
+TEST(TrackRemoving, reachesAnyDepth) {
+    kvAnimationTrack track;
+    auto* top = new kvAnimationClip();
+    kvAnimationClip* deepest = top->newSubclip()->newSubclip();
+    const kvtest::BlockOwner block(newBlock(0, 1));
+    const kvtest::SequenceOwner sequence(newSequence(0, 1));
+    const std::unique_ptr<kvAnimationClip> clip(newClip({}));
+    deepest->addBlock(block.get());
+    deepest->addSequence(sequence.get());
+    deepest->addSubclip(clip.get());
+    track.addClip(top);
+    EXPECT_EQ(track.getClip(clip->getId(), true), clip.get());
+    EXPECT_TRUE(track.subBlock(block.get(), true));
+    EXPECT_TRUE(track.subSequence(sequence.get(), true));
+    EXPECT_TRUE(track.subClip(clip.get(), true));
+    EXPECT_TRUE(deepest->getBlocks(false, true).empty());
+    EXPECT_TRUE(deepest->getSequences(false, true).empty());
+    EXPECT_TRUE(deepest->getSubclips(false, true).empty());
+}
+
 TEST(TrackRemoving, takesTheOwnItemBeforeOneInASubclip) {
     kvAnimationTrack track;
     const kvtest::BlockOwner own(newBlock(0, 1));
@@ -244,8 +264,13 @@ TEST(TrackCopy, isDeepAndDrawsFreshIds) {
     track.addSequence(sequence);
     track.addClip(clip);
     track.setMotionBlur(true);
+    track.setFliped(true);
+    track.setFliped(true);
+    track.setActive(false);
     const kvAnimationTrack copy(track);
     EXPECT_EQ(copy.getNumber(), 4);
+    EXPECT_FALSE(copy.getActive());
+    EXPECT_TRUE(copy.getFliped());
     EXPECT_TRUE(copy.getMotionBlur());
     EXPECT_EQ(kvTestAccess<kvAnimationTrack>::firstFrame(copy), 1.0F);
     EXPECT_EQ(kvTestAccess<kvAnimationTrack>::lastFrame(copy), 30.0F);
@@ -266,10 +291,23 @@ TEST(TrackCopy, isDeepAndDrawsFreshIds) {
 TEST(TrackAssignment, sharesTheItems) {
     kvAnimationTrack source(3);
     source.addBlock(newBlock(10, 20));
+    source.addClip(newClip({newBlock(12, 14)}));
+    source.addSequence(newSequence(11, 13));
+    source.setMotionBlur(true);
+    source.setFliped(true);
+    source.setActive(false);
+    const unsigned int id = source.getBlocks()[0]->getId();
     kvAnimationTrack target;
     target = source;
     EXPECT_EQ(target.getNumber(), 3);
+    EXPECT_FALSE(target.getActive());
+    EXPECT_TRUE(target.getFliped());
+    EXPECT_TRUE(target.getMotionBlur());
     EXPECT_EQ(target.getBlocks(), source.getBlocks());
+    EXPECT_EQ(target.getClips(), source.getClips());
+    EXPECT_EQ(target.getSequences(), source.getSequences());
+    EXPECT_EQ(target.getBlocks()[0]->getId(), id);
+    EXPECT_EQ(kvTestAccess<kvAnimationTrack>::firstFrame(target), 10.0F);
     EXPECT_EQ(kvTestAccess<kvAnimationTrack>::lastFrame(target), 20.0F);
     target.clear();
 }

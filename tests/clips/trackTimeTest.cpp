@@ -258,6 +258,35 @@ TEST(TrackFlip, usesTheEndOfTheBlockThatStartsLast) {
     EXPECT_EQ(inner->getEndFrame(), 5.0F);
 }
 
+TEST(TrackFlip, withoutBlocksAndSubclipsThrowsSequencesToTheStartOfASearch) {
+    // The last frame of such a track is -1e23, and about that the items are mirrored.
+    kvAnimationTrack track;
+    kvAnimationSequence2* first = newSequence(5, 9);
+    kvAnimationSequence2* second = newSequence(20, 30);
+    track.addSequence(first);
+    track.addSequence(second);
+    track.setFliped(true);
+    EXPECT_EQ(first->getStartFrame(), -1e23F);
+    EXPECT_EQ(first->getEndFrame(), -1e23F);
+    EXPECT_EQ(second->getStartFrame(), -1e23F);
+    EXPECT_EQ(second->getEndFrame(), -1e23F);
+    EXPECT_TRUE(track.getFliped());
+    track.setFliped(false);
+    EXPECT_EQ(first->getStartFrame(), -1e23F) << "what the frames were is lost";
+}
+
+TEST(TrackFlip, mirrorsASequenceBehindTheLastFrameToBeforeTheFirst) {
+    kvAnimationTrack track;
+    kvAnimationBlock* block = newBlock(0, 10);
+    kvAnimationSequence2* sequence = newSequence(12, 20);
+    track.addBlock(block);
+    track.addSequence(sequence);
+    track.setFliped(true);
+    EXPECT_EQ(block->getStartFrame(), 0.0F);
+    EXPECT_EQ(sequence->getStartFrame(), -10.0F) << "0 + 10 - 20";
+    EXPECT_EQ(sequence->getEndFrame(), -2.0F);
+}
+
 TEST(TrackFlip, ofAnEmptyTrackStoresTheFlag) {
     kvAnimationTrack track;
     track.setFliped(true);

@@ -4,8 +4,11 @@
 #include "support/access/kvAnimationUtils2.h"
 
 #include <OpenSG/OSGComponentTransform.h>
+#include <OpenSG/OSGFieldContainerType.h>
+#include <OpenSG/OSGFieldDescription.h>
 #include <OpenSG/OSGGroup.h>
 #include <OpenSG/OSGSimpleAttachments.h>
+#include <OpenSG/OSGSwitch.h>
 
 #include <OSGUberMaterial.h>
 
@@ -158,6 +161,20 @@ TEST_F(Discovery, worksOnTheNodeItself) {
               (Names{"travMask"}));
 }
 
+TEST_F(Discovery, coversTheLastFieldOfAType) {
+    const Owned<osg::NodePtr> chooser(kvtest::makeNode(osg::Switch::create()));
+    kvAnimationUtils2::addAnimationAttribute("choice");
+    const osg::FieldContainerType& type = chooser->getCore()->getType();
+    ASSERT_STREQ(
+        chooser->getCore()->getType().getFieldDescription(type.getNumFieldDescs())->getCName(),
+        "choice");
+    const std::vector<Field> fields =
+        kvAnimationUtils2::getAnimationFields(chooser, chooser->getCore());
+    ASSERT_EQ(namesOf(fields), (Names{"choice"}));
+    kvtest::write(chooser->getCore(), "choice", 0, 3.0F);
+    EXPECT_EQ(osg::SwitchPtr::dcast(chooser->getCore())->getChoice(), 3);
+}
+
 TEST_F(Discovery, ofAnUberMaterialIsItsParameters) {
     const Owned<osg::UberMaterialPtr> material(osg::UberMaterial::create());
     kvAnimationUtils2::addAnimationAttributes("revision,baseColor");
@@ -181,6 +198,11 @@ TEST(SpecialDiscovery, offersTheLensAndTheOrbitOfACamera) {
         EXPECT_EQ(field.globalFieldName, field.fieldName);
         EXPECT_EQ(field.fcId, osg::getContainerId(setting));
         EXPECT_EQ(field.valuePosition, 0U);
+        EXPECT_EQ(field.componentCount, 1U);
+        EXPECT_EQ(field.coreTypeId, setting->getType().getId());
+        EXPECT_TRUE(field.dirty);
+        ASSERT_NE(field.metaInfo, nullptr);
+        EXPECT_EQ(field.metaInfo->coreTypeName, "CameraSetting");
         EXPECT_EQ(field.value, kvAnimationUtils2::getRealFieldValue(field));
         EXPECT_TRUE(field.node == node.get());
     }

@@ -246,8 +246,10 @@ TEST_F(FieldValues, otherTypesGoThroughTheirText) {
 TEST_F(FieldValues, aListOfTextsIsNotWritten) {
     box->getLabels().push_back("1 2");
     box->getLabels().push_back("3");
+    box->getLabels().push_back("a 5 b");
+    EXPECT_EQ(read(box, "labels"), 5.0F) << "there is a number that could be replaced";
     write(box, "labels", 0, 9.0F);
-    EXPECT_EQ(box->getLabels().size(), 2U) << "pushing text would append";
+    EXPECT_EQ(box->getLabels().size(), 3U) << "pushing text would append";
     EXPECT_EQ(box->getLabels()[0], "1 2");
     EXPECT_TRUE(NumberBox::edits().empty());
 }

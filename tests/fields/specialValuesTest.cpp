@@ -205,6 +205,14 @@ TEST_F(CameraQuantities, vectorsAreWrittenAndHandedToTheHost) {
     EXPECT_EQ(read(setting(), "from", 1), 7.0F);
 }
 
+TEST_F(CameraQuantities, vectorsAreHandedToTheHostThoughThePositionIsOutOfRange) {
+    const osg::Pnt3f before = setting()->getFrom();
+    write(setting(), "from", 3, 7.0F);
+    EXPECT_TRUE(setting()->getFrom() == before);
+    EXPECT_EQ(camera().sets, 1);
+    EXPECT_TRUE(camera().from == before);
+}
+
 TEST_F(CameraQuantities, otherFieldsAreNotHandedOver) {
     write(setting(), "fieldOfView", 0, 90.0F);
     write(setting(), "roll", 0, 1.5F);

@@ -1,9 +1,9 @@
 // The animated channel: names and colours, ids, node, import of keys.
 #include <kvAnimationCurve.h>
 
+#include "keys/draws.h"
 #include "keys/keyListFixture.h"
 #include "keys/sceneNodes.h"
-#include "manager/identifiers.h"
 #include "support/access/kvAnimationCurve.h"
 
 #include <OpenSG/OSGConfig.h>
@@ -260,11 +260,9 @@ TEST(CurveImport, importedKeysAreNumberedByTheListAndReplaceEachOther) {
 
 TEST(CurveImport, eachImportedKeyDrawsOneIdThatNoKeyKeeps) {
     kvAnimationCurve curve;
-    const auto& issued = kv::detail::identifierStore().issued();
-    const std::size_t before = issued.size();
-    importUser(curve, 5, 1, 4, 6);
-    EXPECT_GE(issued.size(), before + 1);
+    EXPECT_EQ(drawsOf([&] { importUser(curve, 5, 1, 4, 6); }), 1U);
     EXPECT_EQ(keyAt(curve, 0).getId(), 1);
+    EXPECT_EQ(drawsOf([&] { importUser(curve, 5, 1, 4, 6); }), 1U) << "also to replace a key";
 }
 
 TEST(CurveImport, aHundredThousandKeysNeedNoIndexOfIds) {
@@ -274,6 +272,33 @@ TEST(CurveImport, aHundredThousandKeysNeedNoIndexOfIds) {
     EXPECT_EQ(curve.getCPs().size(), 100000U);
     EXPECT_EQ(keyAt(curve, 99999).getId(), 100000);
     EXPECT_FALSE(kvTestAccess<kvControlPointManager>::hasIdIndex(curve));
+}
+
+TEST(Curve, copyingAndEditingDrawNothing) {
+    kvAnimationCurve curve("translateX");
+    for (const float x : {0.0F, 10.0F, 20.0F, 30.0F})
+        importUser(curve, x, x, x - 1, x + 1);
+    EXPECT_EQ(drawsOf([&] {
+                  kvAnimationCurve copy(curve);
+                  kvAnimationCurve assigned;
+                  assigned = curve;
+                  copy.computeLinkedList();
+                  copy.moveCPTo(copy.findCP(1), 25, 3);
+                  copy.moveCPTo(copy.findCP(2), 11, 3);
+                  copy.stretchLeft(-5);
+                  copy.stretchRight(99);
+                  copy.flip();
+                  copy.deleteCP(copy.findCP(3));
+                  copy.getCPs().front().setPoint({500, 0});
+                  copy.sortCPs();
+                  copy.deleteExistingKey(500);
+                  copy.selectAllCPs();
+                  copy.computeTangents(kvControlPoint::Smooth);
+                  copy.constantCurveInterval();
+                  copy.deleteAllSelectedCPs();
+                  copy.set("scaleX", curve.getCPs());
+              }),
+              0U);
 }
 
 TEST(CurveImport, addingAKeyNumbersTheCallersKey) {

@@ -1,46 +1,21 @@
 // The key: what its constructors set, what copies share, how keys compare.
 #include <kvControlPoint.h>
 
+#include "keys/draws.h"
 #include "manager/identifiers.h"
 #include "support/access/kvControlPoint.h"
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
-#include <cstdlib>
+#include <cstdint>
 #include <limits>
 #include <type_traits>
+#include <utility>
 
 namespace {
 
 using Links = kvTestAccess<kvControlPoint>;
-
-// How many identifiers a piece of code draws, told by the random numbers it consumes: two each as
-// long as nothing collides, and this seed's first draws do not collide with one another.
-template <class Code>
-std::size_t drawsOf(Code code) {
-    const std::size_t before = kv::detail::identifierStore().issued().size();
-    code();
-    return kv::detail::identifierStore().issued().size() - before;
-}
-
-// Identifiers that are not issued yet make the count of records the count of draws.
-template <class Code>
-std::size_t drawsWithoutCollision(Code code) {
-    for (unsigned seed = 77; seed < 177; ++seed) {
-        std::srand(seed);
-        std::size_t fresh = 0;
-        for (int i = 0; i < 4; ++i) {
-            const int r1 = std::rand() & 0x7FFF;
-            const int r2 = std::rand() & 0x7FFF;
-            if (!kv::detail::isIssuedId(static_cast<std::uint64_t>(r1 * (r2 % 100 + 1)))) ++fresh;
-        }
-        if (fresh != 4) continue;
-        std::srand(seed);
-        return drawsOf(code);
-    }
-    return 99;
-}
+using kv::test::drawsOf;
 
 } // namespace
 
@@ -84,8 +59,8 @@ TEST(ControlPoint, aKeyBuiltAtAPointHasItsOldPointAtZero) {
 }
 
 TEST(ControlPoint, everyConstructorDrawsOneIdAndCopiesDrawNone) {
-    EXPECT_EQ(drawsWithoutCollision([] { kvControlPoint(); }), 1U);
-    EXPECT_EQ(drawsWithoutCollision([] { kvControlPoint(1.0, 2.0, 0); }), 1U);
+    EXPECT_EQ(drawsOf([] { kvControlPoint(); }), 1U);
+    EXPECT_EQ(drawsOf([] { kvControlPoint(1.0, 2.0, 0); }), 1U);
     const kvControlPoint source;
     kvControlPoint target;
     EXPECT_EQ(drawsOf([&] {

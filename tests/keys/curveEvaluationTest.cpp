@@ -165,6 +165,15 @@ TEST(Evaluation, aRepeatedRootOfPositiveArgumentsIsTaken) {
     EXPECT_NEAR(evaluateCurve(&list, frame), y, 1e-5);
 }
 
+TEST(Evaluation, aRepeatedRootOfExactlyZeroIsInside) {
+    // x(t) = t^3 - 3 t^2 + 2.25 t: the first candidate is 0 at the first frame.
+    const OpenKeyList first = segment(0, 5, 0.75, 7, 0.5, 9, 0.25, 1);
+    EXPECT_EQ(evaluateCurve(&first, 0.0F), 5.0F);
+    // x(t) = t^3 + 3 t^2: the first candidate is -3 there, the second 0.
+    const OpenKeyList second = segment(0, 5, 0, 7, 1, 9, 4, 1);
+    EXPECT_EQ(evaluateCurve(&second, 0.0F), 5.0F);
+}
+
 TEST(Evaluation, oneRealRootTakesSignedCubeRoots) {
     // x(t) = t^3: one root, whose second radicand is 0.
     const OpenKeyList cube = segment(0, 0, 0, 0, 0, 0, 8, 8);

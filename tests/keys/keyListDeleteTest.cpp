@@ -91,6 +91,23 @@ TEST(KeyListDelete, theRememberedNeighboursAreKeysNotPlaces) {
     EXPECT_EQ(untouched, (std::vector<bool>{true, false, false}));
 }
 
+TEST(KeyListDelete, aNeighbourThatIsItselfDeletedIsNotRecomputed) {
+    OpenKeyList list;
+    for (const double x : {0.0, 10.0, 20.0, 30.0})
+        list.insertCP(x, x);
+    // Of the two keys with one id the first is deleted, which is the neighbour of the one given.
+    list.getCPs()[0].setId(5);
+    list.getCPs()[1].setId(5);
+    for (kvControlPoint& cp : State::keys(list))
+        cp.setInTangent({-77, -77});
+    list.deleteCP(&State::keys(list)[1]);
+    EXPECT_EQ(framesOf(list), (std::vector<double>{10, 20, 30}));
+    std::vector<bool> untouched;
+    for (const kvControlPoint& cp : keysOf(list))
+        untouched.push_back(cp.getInTangent().x == -77.0);
+    EXPECT_EQ(untouched, (std::vector<bool>{true, false, true}));
+}
+
 TEST(KeyListDelete, nullAndUnknownKeysAreIgnored) {
     OpenKeyList list;
     for (const double x : {0.0, 10.0})

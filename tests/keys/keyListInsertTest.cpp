@@ -1,6 +1,7 @@
 // Inserting keys: order, replacing, snapping, ids, and which handles are recomputed.
 #include <kvControlPointManager.h>
 
+#include "keys/draws.h"
 #include "keys/keyListFixture.h"
 #include "manager/identifiers.h"
 
@@ -130,6 +131,32 @@ TEST(KeyListInsert, aReplacedKeyMaySnapPastItsNeighbours) {
     expectLinked(list);
 }
 
+TEST(KeyListInsert, aReplacedKeyMaySnapTowardsTheFront) {
+    OpenKeyList list;
+    for (const double x : {0.0, 4.75, 5.25, 10.0})
+        list.insertCP(x, x);
+    // Stays in its place, then goes past the key before it, then in front of all.
+    list.insertCP(5.25, 1.0, true, false);
+    EXPECT_EQ(framesOf(list), (std::vector<double>{0, 4.75, 5, 10}));
+    EXPECT_EQ(valuesOf(list), (std::vector<double>{0, 4.75, 1, 10}));
+    list.insertCP(5.125, 2.0);
+    list.insertCP(5.125, 3.0, true, false);
+    EXPECT_EQ(framesOf(list), (std::vector<double>{0, 4.75, 5, 5, 10}));
+    EXPECT_EQ(valuesOf(list), (std::vector<double>{0, 4.75, 1, 3, 10}));
+    for (const double x : {10.375, 10.25, 10.125})
+        list.insertCP(x, x);
+    list.deleteExistingKey(10.0);
+    list.insertCP(10.375, 4.0, true, false);
+    EXPECT_EQ(framesOf(list), (std::vector<double>{0, 4.75, 5, 5, 10, 10.125, 10.25}));
+    EXPECT_EQ(keyAt(list, 4).getPoint().y, 4.0);
+    list.insertCP(-0.25, 5.0);
+    list.insertCP(0.25, 6.0);
+    list.insertCP(0.25, 7.0, true, false);
+    EXPECT_EQ(framesOf(list), (std::vector<double>{-0.25, 0, 0, 4.75, 5, 5, 10, 10.125, 10.25}));
+    EXPECT_EQ(keyAt(list, 2).getPoint().y, 7.0) << "behind the key that was at its frame";
+    expectLinked(list);
+}
+
 TEST(KeyListInsert, theNewKeyIsTheCurrentOne) {
     OpenKeyList list;
     list.insertCP(5.0, 1.0);
@@ -146,6 +173,18 @@ TEST(KeyListInsert, aNewKeyIsAutoWithAFreshId) {
     EXPECT_EQ(keyAt(list, 0).getTangentType(), 5);
     EXPECT_EQ(static_cast<unsigned>(keyAt(list, 0).getId()),
               kv::detail::identifierStore().issued().back());
+}
+
+TEST(KeyListInsert, everyInsertionDrawsExactlyOneId) {
+    OpenKeyList list;
+    EXPECT_EQ(drawsOf([&] { list.insertCP(5.0, 1.0); }), 1U);
+    EXPECT_EQ(drawsOf([&] { list.insertCP(9.0, 1.0, true, true); }), 1U) << "behind the others";
+    EXPECT_EQ(drawsOf([&] { list.insertCP(1.0, 1.0); }), 1U) << "in front of the others";
+    EXPECT_EQ(drawsOf([&] { list.insertCP(5.0, 2.0); }), 1U) << "in place of another";
+    list.getCPs()[0].setPoint({7.0, 0.0});
+    EXPECT_EQ(drawsOf([&] { list.insertCP(6.0, 1.0); }), 1U) << "into a list to be sorted";
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(drawsOf([&] { list.insertCP(20.0 + i, 1.0); }), 1U) << "growing";
 }
 
 TEST(KeyListInsert, onlyThePreviousTheNewAndTheNextKeyAreRecomputed) {
@@ -209,9 +248,7 @@ TEST(KeyListInsert, anImportedKeyReplacesTheKeyAtItsFrame) {
 TEST(KeyListInsert, anImportedKeyDrawsNoId) {
     OpenKeyList list;
     kvControlPoint cp(5.0, 1.0, 6);
-    const std::size_t before = kv::detail::identifierStore().issued().size();
-    list.insertCP(cp);
-    EXPECT_EQ(kv::detail::identifierStore().issued().size(), before);
+    EXPECT_EQ(drawsOf([&] { list.insertCP(cp); }), 0U);
 }
 
 TEST(KeyListInsert, aKeyOfTheListItselfCanBeInsertedAgain) {

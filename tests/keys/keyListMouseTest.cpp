@@ -41,7 +41,10 @@ TEST(KeyListMouse, aListRemainsKnownAsSortedWhileADraggedKeyStaysBetweenItsNeigh
         list.insertCP(x, x);
     list.snap2Integer(State::keys(list)[1], 20.0, 0.0, false, false);
     EXPECT_TRUE(State::isKnownSorted(list));
-    list.snap2Integer(State::keys(list)[1], 20.5, 0.0, false, false);
+    list.snap2Integer(State::keys(list)[0], -7.0, 0.0, false, false);
+    list.snap2Integer(State::keys(list)[2], 70.0, 0.0, false, false);
+    EXPECT_TRUE(State::isKnownSorted(list)) << "the ends have a neighbour on one side only";
+    list.snap2Integer(State::keys(list)[1], 70.5, 0.0, false, false);
     EXPECT_FALSE(State::isKnownSorted(list));
 }
 
@@ -94,15 +97,19 @@ TEST(KeyListMouse, constraintsOfTheFirstAndLastKeyHaveOneSide) {
     EXPECT_TRUE(list.checkConstraints(keyAt(list, 2), 1000, 900, 2000));
 }
 
-TEST(KeyListMouse, distancesAreSigned) {
+TEST(KeyListMouse, distancesAreSignedAndStoredInEveryKey) {
     OpenKeyList list;
     list.insertCP(3.0, -4.0);
+    list.insertCP(9.0, -20.0);
     list.computeDistances2Mouse(5.0, -10.0);
     double dx = 0.0;
     double dy = 0.0;
     keyAt(list, 0).getDistance2Mouse(dx, dy);
     EXPECT_EQ(dx, -2.0);
     EXPECT_EQ(dy, 6.0);
+    keyAt(list, 1).getDistance2Mouse(dx, dy);
+    EXPECT_EQ(dx, 4.0);
+    EXPECT_EQ(dy, -10.0);
 }
 
 TEST(KeyListMouse, aKeyIsHitWithinSixPixelsAndNotAtSix) {
@@ -114,12 +121,47 @@ TEST(KeyListMouse, aKeyIsHitWithinSixPixelsAndNotAtSix) {
     EXPECT_FALSE(list.hasHitCPOrTangent(0.0, -6.0, 1.0, 1.0));
 }
 
+TEST(KeyListMouse, theEdgeOfTheReachIsNoHitOnAnySide) {
+    OpenKeyList list;
+    kvControlPoint cp(0.0, 0.0, 6);
+    cp.setInTangent({-100, 50});
+    cp.setOutTangent({100, 50});
+    list.insertCP(cp);
+    struct Target {
+        double x;
+        double y;
+        double reach;
+    };
+    for (const Target t : {Target{0, 0, 6}, Target{-100, 50, 4}, Target{100, 50, 4}}) {
+        const double inside = t.reach - 0.125;
+        for (const double side : {-1.0, 1.0}) {
+            EXPECT_FALSE(list.hasHitCPOrTangent(t.x + side * t.reach, t.y, 1.0, 1.0)) << t.x;
+            EXPECT_FALSE(list.hasHitCPOrTangent(t.x, t.y + side * t.reach, 1.0, 1.0)) << t.x;
+            EXPECT_TRUE(list.hasHitCPOrTangent(t.x + side * inside, t.y, 1.0, 1.0)) << t.x;
+            EXPECT_TRUE(list.hasHitCPOrTangent(t.x, t.y + side * inside, 1.0, 1.0)) << t.x;
+        }
+    }
+}
+
 TEST(KeyListMouse, theReachShrinksWithTheScaleOfItsAxis) {
     OpenKeyList list;
     list.insertCP(0.0, 0.0);
     EXPECT_TRUE(list.hasHitCPOrTangent(0.59, 2.9, 10.0, 2.0));
     EXPECT_FALSE(list.hasHitCPOrTangent(0.61, 2.9, 10.0, 2.0));
     EXPECT_FALSE(list.hasHitCPOrTangent(0.59, 3.1, 10.0, 2.0));
+}
+
+TEST(KeyListMouse, theReachOfHandlesShrinksWithTheScaleOfItsAxis) {
+    OpenKeyList list;
+    kvControlPoint cp(0.0, 0.0, 6);
+    cp.setInTangent({-100, 0});
+    cp.setOutTangent({100, 0});
+    list.insertCP(cp);
+    for (const double x : {-100.0, 100.0}) {
+        EXPECT_TRUE(list.hasHitCPOrTangent(x + 0.39, 1.9, 10.0, 2.0));
+        EXPECT_FALSE(list.hasHitCPOrTangent(x + 0.41, 1.9, 10.0, 2.0));
+        EXPECT_FALSE(list.hasHitCPOrTangent(x + 0.39, 2.1, 10.0, 2.0));
+    }
 }
 
 TEST(KeyListMouse, handlesAreHitWithinFourPixels) {

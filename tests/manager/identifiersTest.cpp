@@ -177,6 +177,23 @@ TEST(Identifiers, theServiceEqualsALiteralListWithASearch) {
     }
 }
 
+// The child starts the program anew, so that its list holds every draw of the process. A generator
+// that was never seeded is in the state that a seed of 1 gives: that tells what to expect.
+TEST(IdentifiersDeathTest, areTheSameInEveryProcessAsNothingSeedsTheGenerator) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto isAsUnseeded = [] {
+        for (int i = 0; i < 200; ++i)
+            kv::detail::createUniqueId();
+        const std::vector<std::uint32_t>& issued = kv::detail::identifierStore().issued();
+        std::srand(1);
+        IdentifierStore expected(&std::rand);
+        while (expected.issued().size() < issued.size())
+            expected.create();
+        return issued == expected.issued();
+    };
+    EXPECT_EXIT(std::_Exit(isAsUnseeded() ? 0 : 1), ::testing::ExitedWithCode(0), "");
+}
+
 TEST(Identifiers, membershipEqualsASearchOfTheList) {
     const auto& issued = kv::detail::identifierStore().issued();
     for (int i = 0; i < 500; ++i)
