@@ -6,6 +6,7 @@
 #include <kvControlPoint.h>
 #include <kvOpenSGAnimationsApi.h>
 
+#include <atomic>
 #include <climits>
 #include <cstddef>
 #include <cstdint>
@@ -15,6 +16,7 @@
 namespace kv::detail {
 class KeyIdIndex;
 struct KeyListReader;
+class SegmentMemory;
 } // namespace kv::detail
 
 /// A list of keys in ascending order of their frames, with the editing state of the curve editor.
@@ -33,7 +35,8 @@ struct KeyListReader;
 /// one of its own keys; such a link counts as "no neighbour".
 ///
 /// Nothing here reports errors. An empty list answers with the neutral results told below, and a
-/// key that is not found changes nothing. A list is used by one thread at a time.
+/// key that is not found changes nothing. A list is used by one thread at a time, but several may
+/// evaluate it while nobody changes it.
 class KV_ANIMATIONS_API kvControlPointManager {
   public:
     /// What the last successful hit test found.
@@ -234,6 +237,7 @@ class KV_ANIMATIONS_API kvControlPointManager {
 
     static int d2i(double v);
 
+    kv::detail::SegmentMemory* makeSegmentMemory() const;
     bool isKnownSorted() const;
     bool isKnownLinked() const;
     bool isSorted() const;
@@ -250,6 +254,7 @@ class KV_ANIMATIONS_API kvControlPointManager {
 
     std::size_t firstAtFrame(double x) const;
     std::size_t firstAfterFrame(double x) const;
+    std::size_t searchAfterFrame(double x) const;
     std::size_t firstWithId(int id);
     std::size_t indexOf(const kvControlPoint* cp) const;
     std::size_t linkedIndex(const kvControlPoint* link) const;
@@ -277,4 +282,8 @@ class KV_ANIMATIONS_API kvControlPointManager {
     bool foreignLinks = false;
     unsigned idScans = 0;
     std::unique_ptr<kv::detail::KeyIdIndex> idIndex;
+
+    // What the evaluation remembers of this list. Made by the first evaluation, owned, not copied;
+    // atomic because several threads may evaluate one list.
+    mutable std::atomic<kv::detail::SegmentMemory*> segmentMemory{nullptr};
 };

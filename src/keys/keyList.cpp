@@ -5,9 +5,14 @@
 #include "keys/frameOrder.h"
 #include "keys/keyIdIndex.h"
 #include "keys/rounding.h"
+#include "keys/segmentMemory.h"
+
+#include <new>
 
 kvControlPointManager::kvControlPointManager() = default;
-kvControlPointManager::~kvControlPointManager() = default;
+kvControlPointManager::~kvControlPointManager() {
+    delete segmentMemory.load(std::memory_order_acquire);
+}
 
 kvControlPointManager::kvControlPointManager(const kvControlPointManager& other)
     : cps(other.cps), hitType(other.hitType), currentCP(other.currentCP), hitCP(other.hitCP),
@@ -31,6 +36,16 @@ kvControlPointManager& kvControlPointManager::operator=(const kvControlPointMana
     else
         noteUnsorted();
     return *this;
+}
+
+// Several threads may come here at once; the first one's memory becomes the list's.
+kv::detail::SegmentMemory* kvControlPointManager::makeSegmentMemory() const {
+    std::unique_ptr<kv::detail::SegmentMemory> made(new (std::nothrow) kv::detail::SegmentMemory);
+    kv::detail::SegmentMemory* present = nullptr;
+    if (segmentMemory.compare_exchange_strong(present, made.get(), std::memory_order_acq_rel,
+                                              std::memory_order_acquire))
+        return made.release();
+    return present;
 }
 
 std::vector<kvControlPoint>& kvControlPointManager::getCPs() {

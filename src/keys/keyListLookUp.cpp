@@ -2,9 +2,9 @@
 // searched, all others walked; both give the same key.
 #include <kvControlPointManager.h>
 
-#include "keys/editCounter.h"
 #include "keys/frameOrder.h"
 #include "keys/keyIdIndex.h"
+#include "keys/keyListReader.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,11 +12,8 @@
 
 using kv::detail::framePrecedes;
 
-// Whether no key has been edited from outside since the note, and the keys are the ones noted. The
-// size and the address catch keys added or removed through a reference to the vector.
 bool kvControlPointManager::isKnownSorted() const {
-    return order.edit == kv::detail::currentKeyEdit() && order.count == cps.size() &&
-           order.first == cps.data();
+    return kv::detail::KeyListReader::isKnownSorted(*this);
 }
 
 // The first key at exactly this frame.
@@ -46,10 +43,55 @@ std::size_t kvControlPointManager::firstAfterFrame(double x) const {
                                          [x](const kvControlPoint& cp) { return cp.point.x > x; });
         return static_cast<std::size_t>(walked - cps.begin());
     }
-    const auto found =
-        std::upper_bound(cps.begin(), cps.end(), x,
-                         [](double frame, const kvControlPoint& cp) { return frame < cp.point.x; });
-    return static_cast<std::size_t>(found - cps.begin());
+    if (!(cps.back().point.x > x)) return cps.size();
+    // Guessing wrong costs more than counting a few.
+    constexpr std::size_t kShort = 12;
+    if (cps.size() <= kShort) {
+        std::size_t notAfter = 0;
+        for (const kvControlPoint& cp : cps)
+            notAfter += cp.point.x <= x ? 1U : 0U;
+        return notAfter;
+    }
+    if (cps.front().point.x > x) return 0;
+    return searchAfterFrame(x);
+}
+
+// The same between the first key, which is not greater, and the last, which is. Keys mostly come at
+// an even pace: the search begins where the key would then be and doubles its steps from there
+// until it has passed it, so that it costs no more than twice a plain binary search.
+std::size_t kvControlPointManager::searchAfterFrame(double x) const {
+    const auto isAfter = [this, x](std::size_t i) { return cps[i].point.x > x; };
+    std::size_t low = 0;
+    std::size_t high = cps.size() - 1;
+    const double first = cps[low].point.x;
+    const double part = (x - first) / (cps[high].point.x - first);
+    // Infinite frames give no such part.
+    std::size_t at = high / 2;
+    if (part >= 0.0 && part <= 1.0) at = static_cast<std::size_t>(part * static_cast<double>(high));
+    if (isAfter(at)) {
+        high = at;
+        for (std::size_t step = 1; step < high - low; step *= 2) {
+            if (!isAfter(high - step)) {
+                low = high - step;
+                break;
+            }
+            high -= step;
+        }
+    } else {
+        low = at;
+        for (std::size_t step = 1; step < high - low; step *= 2) {
+            if (isAfter(low + step)) {
+                high = low + step;
+                break;
+            }
+            low += step;
+        }
+    }
+    while (high - low > 1) {
+        const std::size_t middle = low + (high - low) / 2;
+        (isAfter(middle) ? high : low) = middle;
+    }
+    return high;
 }
 
 std::vector<kvControlPoint*> kvControlPointManager::getBezierIntervalCPs(float frame) {

@@ -4,6 +4,7 @@
 
 #include "keys/constants.h"
 #include "keys/keyListFixture.h"
+#include "keys/literalEvaluation.h"
 #include "keys/museum.h"
 
 #include <gtest/gtest.h>

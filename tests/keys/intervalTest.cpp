@@ -2,11 +2,14 @@
 #include <kvControlPointManager.h>
 
 #include "keys/keyListFixture.h"
+#include "keys/keyListReader.h"
 #include "keys/museum.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
+#include <random>
 #include <vector>
 
 using namespace kv::test;
@@ -108,4 +111,71 @@ TEST(Interval, anUnsortedListIsWalked) {
         EXPECT_EQ(list.getPrevAndNextCP(x), walkedNeighbours(keys, x)) << x;
     }
     EXPECT_EQ(list.getBezierIntervalCPs(25.0F), (Pair{&keys[0], &keys[1]}));
+}
+
+namespace {
+
+// The position of the first greater frame by the plain walk.
+std::size_t walkedAfter(const kvControlPointManager& list, double frame) {
+    std::size_t i = 0;
+    while (i < keysOf(list).size() && !(keyAt(list, i).getPoint().x > frame))
+        ++i;
+    return i;
+}
+
+// Every hint, right or wrong, gives what the walk gives.
+void expectTheWalk(const kvControlPointManager& list, double frame, std::mt19937& random) {
+    const std::size_t walked = walkedAfter(list, frame);
+    const std::size_t count = keysOf(list).size();
+    for (const std::size_t hint :
+         {walked, walked - 1, walked + 1, std::size_t{0}, count, count + 1,
+          std::numeric_limits<std::size_t>::max(), std::size_t{random() % (count + 1)}})
+        ASSERT_EQ(kv::detail::KeyListReader::firstAfter(list, frame, hint), walked)
+            << "frame " << frame << ", hint " << hint << ", " << count << " keys";
+}
+
+} // namespace
+
+TEST(Interval, aRememberedPlaceEqualsWalkingOnRandomEdits) {
+    std::mt19937 random(11);
+    std::uniform_real_distribution<double> anywhere(-50.0, 50.0);
+    OpenKeyList list;
+    list.insertCP(0.0, 0.0);
+    list.insertCP(1.0, 0.0);
+    int known = 0;
+    for (int round = 0; round < 600; ++round) {
+        // Uneven: most keys crowd in the middle.
+        const double x = anywhere(random);
+        list.insertCP(round % 3 == 0 ? std::round(x) : x * x * x / 2500.0, 0.0);
+        if (round % 5 == 2) list.deleteExistingKey(list.getStartFrame());
+        if (round % 11 == 5) list.getCPs()[list.getCPs().size() / 2].setPoint({x, 1.0});
+        if (round % 17 == 9) list.getCPs().push_back(kvControlPoint(x, 0.0, 0));
+        if (round == 300) list.insertCP(-std::numeric_limits<double>::infinity(), 0.0);
+        if (round == 350) list.insertCP(std::numeric_limits<double>::infinity(), 0.0);
+        if (round == 400) list.insertCP(kNaN, 0.0);
+        known += State::isKnownSorted(list) ? 1 : 0;
+        for (int i = 0; i < 5; ++i) {
+            expectTheWalk(list, anywhere(random), random);
+            expectTheWalk(list, keyAt(list, random() % keysOf(list).size()).getPoint().x, random);
+        }
+        expectTheWalk(list, kNaN, random);
+        expectTheWalk(list, std::numeric_limits<double>::infinity(), random);
+    }
+    EXPECT_GT(known, 100);
+    EXPECT_LT(known, 600);
+}
+
+TEST(Interval, searchingEqualsWalkingAtEveryPace) {
+    std::mt19937 random(12);
+    for (const double growth : {0.5, 0.9, 1.0, 1.1, 2.0}) {
+        OpenKeyList list;
+        double step = 1.0;
+        double x = 0.0;
+        for (int i = 0; i < 300; ++i, step *= growth, x += step)
+            list.insertCP(x, 0.0);
+        ASSERT_TRUE(State::isKnownSorted(list));
+        for (const kvControlPoint& key : keysOf(list))
+            for (const double from : {-1e-9, 0.0, 1e-9, 0.3})
+                expectTheWalk(list, key.getPoint().x + from, random);
+    }
 }

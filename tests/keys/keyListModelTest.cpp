@@ -4,6 +4,7 @@
 
 #include "keys/curveEvaluation.h"
 #include "keys/keyListFixture.h"
+#include "keys/literalEvaluation.h"
 #include "keys/literalKeyList.h"
 #include "manager/identifiers.h"
 

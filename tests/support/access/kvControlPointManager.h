@@ -20,5 +20,6 @@ struct kvTestAccess<kvControlPointManager> {
     static bool isKnownLinked(const List& list) { return list.isKnownLinked(); }
     static bool hasForeignLinks(const List& list) { return list.foreignLinks; }
     static bool hasIdIndex(const List& list) { return list.idIndex != nullptr; }
+    static const void* segmentMemory(const List& list) { return list.segmentMemory.load(); }
     static int toInt(double v) { return List::d2i(v); }
 };

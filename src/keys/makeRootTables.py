@@ -1,0 +1,147 @@
+#!/usr/bin/env python3
+"""Prints rootTables.h, the numbers that fastRoot.h computes with:
+
+    python3 makeRootTables.py > rootTables.h
+
+Every number is computed with 80 decimal digits and rounded to a double once, so that the output
+is the same everywhere. The errors told in the comments are measured on the rounded numbers.
+"""
+from decimal import Decimal, getcontext
+from fractions import Fraction
+from math import comb
+
+getcontext().prec = 80
+
+DEGREE = 19
+INTERVALS = 32  # of each octave
+
+
+def decimal(fraction):
+    return Decimal(fraction.numerator) / Decimal(fraction.denominator)
+
+
+# --- cos(2/3 acos z), z in [0, 1], as a polynomial in w = 2z - 1 -----------------------------------
+
+
+def taylor(terms):
+    """Coefficients of g(w) = cos(2/3 acos((1 + w) / 2)) about w = 0, from its differential equation
+    (3 - 2w - w^2) g'' - (1 + w) g' + 4/9 g = 0. The singularity nearest to 0 is w = -3, so that
+    every term gains half a digit."""
+    cos40 = Decimal("0.766")
+    for _ in range(10):  # Newton: 4 c^3 - 3 c = cos 120 degrees
+        cos40 -= (4 * cos40**3 - 3 * cos40 + Decimal("0.5")) / (12 * cos40**2 - 3)
+    sin40 = (1 - cos40**2).sqrt()
+    sin60 = Decimal("0.75").sqrt()
+    a = [cos40, sin40 / sin60 / 3]
+    for k in range(terms - 2):
+        a.append(
+            ((k + 1) * (2 * k + 1) * a[k + 1] + (k * k - Decimal(4) / 9) * a[k])
+            / (3 * (k + 1) * (k + 2))
+        )
+    return a
+
+
+def economised(a, degree):
+    """The polynomial `a` in Chebyshev form, cut off behind `degree`, as a polynomial again. Cutting
+    off a Chebyshev series is as good as the best approximation but for a few per cent."""
+    chebyshev = [Decimal(0)] * len(a)
+    for n, value in enumerate(a):
+        for k in range(n // 2 + 1):
+            m = n - 2 * k
+            weight = Fraction(comb(n, k), 2**n) * (1 if m == 0 else 2)
+            chebyshev[m] += value * decimal(weight)
+    result = [Decimal(0)] * (degree + 1)
+    previous, current = [1], [0, 1]  # T0, T1
+    for m in range(degree + 1):
+        for power, weight in enumerate(previous):
+            result[power] += chebyshev[m] * weight
+        following = [0] + [2 * c for c in current]
+        for power, weight in enumerate(previous):
+            following[power] -= weight
+        previous, current = current, following
+    return result
+
+
+def polynomial(coefficients, x):
+    value = Decimal(0)
+    for c in reversed(coefficients):
+        value = value * x + c
+    return value
+
+
+series = taylor(160)
+third = [float(c) for c in economised(series, DEGREE)]
+exact = [Decimal(c) for c in third]
+points = [Decimal(i) / 500 for i in range(-500, 501)]
+third_error = max(abs(polynomial(exact, w) - polynomial(series, w)) for w in points)
+
+# --- |z|^(-1/3) over three octaves, a straight line in each interval --------------------------------
+
+
+def cube_root(x):
+    """By Newton's method, from a start that is good to about 15 digits."""
+    y = Decimal(float(x) ** (1 / 3))
+    for _ in range(4):
+        y -= (y**3 - x) / (3 * y**2)
+    return y
+
+
+lines = []
+worst = Decimal(0)
+for octave in range(3):
+    for i in range(INTERVALS):
+        low = Decimal(2) ** octave * (1 + Decimal(i) / INTERVALS)
+        width = Decimal(2) ** octave / INTERVALS
+        # Through the function's values at the two Chebyshev nodes of the interval.
+        half = width / 2 * Decimal("0.5").sqrt()
+        nodes = [low + width / 2 - half, low + width / 2 + half]
+        values = [1 / cube_root(z) for z in nodes]
+        slope = (values[1] - values[0]) / (nodes[1] - nodes[0])
+        line = (float(values[0] - slope * nodes[0]), float(slope))
+        lines.append(line)
+        for j in range(9):
+            z = low + width * j / 8
+            y = Decimal(line[0]) + Decimal(line[1]) * z
+            worst = max(worst, abs(1 - z * y**3))
+
+# -----------------------------------------------------------------------------------------------------
+
+short_third = Fraction(0.3333333333333333)
+lack = decimal(Fraction(1, 3) - short_third)
+exponent_term = float(lack * Decimal(2).ln())
+
+print("// Printed by makeRootTables.py; change that, not this. What the numbers are for is told in")
+print("// fastRoot.h.")
+print("#pragma once")
+print()
+print("// clang-format off")
+print("namespace kv::detail {")
+print()
+print("/// cos(2/3 acos z) on [0, 1] as a polynomial in 2z - 1, the constant term first. Differs from")
+print(f"/// the function by at most {third_error:.2e}.")
+print(f"constexpr double kThirdOfAngle[{DEGREE + 1}] = {{")
+for c in third:
+    print(f"    {c!r},")
+print("};")
+print()
+print("/// How often each octave of the table below is divided.")
+print(f"constexpr int kInverseRootIntervals = {INTERVALS};")
+print()
+print("struct Line {")
+print("    double at0;")
+print("    double slope;")
+print("};")
+print()
+print("/// y = z^(-1/3) for z in [1, 8), a straight line in each interval: |1 - z y^3| is at most")
+print(f"/// {worst:.2e}.")
+print(f"constexpr Line kInverseRoot[{3 * INTERVALS}] = {{")
+for at0, slope in lines:
+    print(f"    {{{at0!r}, {slope!r}}},")
+print("};")
+print()
+print("/// What a third has more than the double 0.3333333333333333, times the logarithm of 2: a power")
+print("/// with that exponent is this part smaller than the cube root, times the binary logarithm.")
+print(f"constexpr double kLackOfThird = {exponent_term!r};")
+print()
+print("} // namespace kv::detail")
+print("// clang-format on")

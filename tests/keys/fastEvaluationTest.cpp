@@ -1,0 +1,131 @@
+// The evaluator against its literal form, bit by bit, over random segments of all families: more
+// than a hundred million evaluations in a release build. How often the quick way was not certain
+// and the literal code was asked is recorded for each family.
+#include "keys/curveEvaluation.h"
+#include "keys/fastSegment.h"
+#include "keys/literalEvaluation.h"
+#include "keys/segmentFamilies.h"
+
+#include "keys/keyListFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+using namespace kv::test;
+using kv::detail::FastValue;
+using kv::detail::fastValue;
+using kv::detail::Segment;
+using kv::detail::segmentConstants;
+using kv::detail::SegmentConstants;
+
+namespace {
+
+// Set by the build: fewer where the sanitizers or a missing optimisation make each one slow.
+constexpr std::uint64_t kEvaluations = KV_EVALUATIONS_PER_FAMILY;
+constexpr int kFramesPerSegment = 16;
+
+std::uint32_t bits(float v) {
+    std::uint32_t result = 0;
+    std::memcpy(&result, &v, sizeof result);
+    return result;
+}
+
+// A curve of two keys that becomes any segment. The list does not know that it is sorted then, and
+// walks, so that the interval is found as the literal code finds it.
+class AnySegment {
+  public:
+    AnySegment() {
+        _list.insertCP(0.0, 0.0);
+        _list.insertCP(1.0, 0.0);
+    }
+
+    const kvControlPointManager* with(const Segment& s) {
+        std::vector<kvControlPoint>& keys = _list.getCPs();
+        keys[0].setPoint({s.x0, s.y0});
+        keys[0].setOutTangent({s.x1, s.y1});
+        keys[1].setInTangent({s.x2, s.y2});
+        keys[1].setPoint({s.x3, s.y3});
+        return &_list;
+    }
+
+  private:
+    OpenKeyList _list;
+};
+
+std::string described(const Segment& s, float frame) {
+    char text[400];
+    std::snprintf(text, sizeof text, "(%a, %a) (%a, %a) (%a, %a) (%a, %a) at %a", s.x0, s.y0, s.x1,
+                  s.y1, s.x2, s.y2, s.x3, s.y3, static_cast<double>(frame));
+    return text;
+}
+
+class FastEvaluation : public ::testing::TestWithParam<std::size_t> {};
+
+} // namespace
+
+TEST_P(FastEvaluation, hasTheBitsOfTheLiteralOne) {
+    const SegmentFamily& family = segmentFamilies()[GetParam()];
+    QuickRandom random(GetParam() + 1);
+    AnySegment curve;
+    for (std::uint64_t done = 0; done < kEvaluations; done += kFramesPerSegment) {
+        const Segment segment = family.make(random);
+        const kvControlPointManager* const list = curve.with(segment);
+        for (int i = 0; i < kFramesPerSegment; ++i) {
+            const float frame = frameOn(random, segment);
+            const float fast = kv::detail::evaluateCurve(list, frame);
+            const float literal = kv::detail::evaluateCurveLiterally(list, frame);
+            ASSERT_EQ(bits(fast), bits(literal)) << described(segment, frame);
+        }
+    }
+    RecordProperty("evaluations", std::to_string(kEvaluations));
+}
+
+TEST_P(FastEvaluation, rarelyFallsBack) {
+    const SegmentFamily& family = segmentFamilies()[GetParam()];
+    QuickRandom random(GetParam() + 101);
+    std::uint64_t asked = 0, again = 0, fallbacks = 0;
+    for (std::uint64_t i = 0; i < kEvaluations / 100; ++i) {
+        const Segment s = family.make(random);
+        const double frame = static_cast<double>(static_cast<float>(random.between(s.x0, s.x3)));
+        if (!(s.x0 <= frame && frame < s.x3)) continue;
+        ++asked;
+        if (fastValue(s, segmentConstants<false>(s), frame).certain) continue;
+        ++again;
+        if (!fastValue(s, segmentConstants<true>(s), frame).certain) ++fallbacks;
+    }
+    const double total = static_cast<double>(asked);
+    RecordProperty("exact constants needed, of a million",
+                   std::to_string(static_cast<double>(again) / total * 1e6));
+    RecordProperty("fallbacks, of a million",
+                   std::to_string(static_cast<double>(fallbacks) / total * 1e6));
+    EXPECT_LE(static_cast<double>(fallbacks), family.fallbacksAtMost * total);
+}
+
+// Half of a segment's constants are only used where the cube of p is negative.
+TEST(FastConstants, multiplyingStaysWithinItsError) {
+    QuickRandom random(5);
+    for (int i = 0; i < 100000; ++i) {
+        const Segment s = segmentFamilies()[random.next() % 12].make(random);
+        const SegmentConstants quick = segmentConstants<false>(s);
+        const SegmentConstants exact = segmentConstants<true>(s);
+        if (!std::isfinite(exact.pCubed)) continue;
+        ASSERT_TRUE(exact.isExact());
+        ASSERT_LE(std::fabs(quick.pCubed - exact.pCubed), quick.pCubedError);
+        ASSERT_EQ(quick.a3, exact.a3);
+        ASSERT_EQ(quick.qStart, exact.qStart);
+        ASSERT_EQ(quick.shift, exact.shift);
+        ASSERT_EQ(quick.m, exact.m);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Families, FastEvaluation,
+                         ::testing::Range<std::size_t>(0, segmentFamilies().size()),
+                         [](const ::testing::TestParamInfo<std::size_t>& info) {
+                             return std::string(segmentFamilies()[info.param].name);
+                         });
