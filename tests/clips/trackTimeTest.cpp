@@ -74,6 +74,26 @@ TEST(Track, gettersSortInPlaceByStart) {
     EXPECT_EQ(track.getBlocks(), (Blocks{early, late}));
 }
 
+TEST(Track, rangeFollowsSubclipsThatChangedPlaces) {
+    kvAnimationTrack track;
+    kvAnimationClip* first = newClip({newBlock(0, 10)});
+    kvAnimationClip* second = newClip({newBlock(20, 30)});
+    kvAnimationClip* third = newClip({newBlock(40, 45)});
+    for (kvAnimationClip* clip : {first, second, third})
+        track.addClip(clip);
+    first->move(100);
+    EXPECT_EQ(track.getLastFrame(), 110.0F);
+    EXPECT_EQ(track.getFirstFrame(), 20.0F);
+    EXPECT_EQ(track.getClips(), (Clips{second, third, first}));
+    third->move(-40);
+    EXPECT_EQ(track.getFirstFrame(), 0.0F);
+    EXPECT_EQ(track.getLastFrame(), 110.0F);
+    second->move(1000);
+    track.updateBounds();
+    EXPECT_EQ(Access::firstFrame(track), 0.0F);
+    EXPECT_EQ(Access::lastFrame(track), 1030.0F);
+}
+
 TEST(Track, gettersSortInsideSubclipsAsWell) {
     kvAnimationTrack track;
     kvAnimationBlock* early = newBlock(0, 1);
@@ -214,6 +234,26 @@ TEST(TrackFlip, mirrorsOnEveryCallWhateverTheFlag) {
     track.setFliped(false);
     EXPECT_FALSE(track.getFliped());
     EXPECT_EQ(first->getStartFrame(), 40.0F);
+}
+
+TEST(TrackFlip, takesTheDistanceAsADifferenceOfTwoGapsInSinglePrecision) {
+    const float first = 0.1F;
+    const float last = 1000.3F;
+    const float start = 3.7F;
+    const float end = 500.9F;
+    kvAnimationTrack track;
+    kvAnimationSequence2* sequence = newSequence(start, end);
+    track.addBlock(newBlock(first, last));
+    track.addSequence(sequence);
+    const float behind = last - end;
+    const float before = start - first;
+    const float distance = behind - before;
+    const float sum = first + last;
+    const float otherwise = sum - end;
+    ASSERT_NE(start + distance, otherwise) << "the numbers tell the two ways apart";
+    track.setFliped(true);
+    EXPECT_EQ(sequence->getStartFrame(), start + distance);
+    EXPECT_EQ(sequence->getEndFrame(), end + distance);
 }
 
 TEST(TrackFlip, movesSequencesButDoesNotTurnThem) {

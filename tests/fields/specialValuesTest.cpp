@@ -73,6 +73,14 @@ TEST_F(NodeQuantities, visibilityIsTrueFromAHalf) {
     EXPECT_FALSE(node->getActive());
 }
 
+TEST_F(NodeQuantities, visibilityIsAnEditOfTheNode) {
+    // A node that is told of an edit of its mask forgets its volume, as do the nodes above it.
+    node->updateVolume();
+    ASSERT_TRUE(node->getVolume().isValid());
+    writeSpecial(node, "visible", 1.0F);
+    EXPECT_FALSE(node->getVolume().isValid());
+}
+
 TEST_F(NodeQuantities, namesAreMatchedExactly) {
     writeSpecial(node, "Visible", 0.0F);
     writeSpecial(node, "visible ", 0.0F);
@@ -211,6 +219,23 @@ TEST_F(CameraQuantities, vectorsAreHandedToTheHostThoughThePositionIsOutOfRange)
     EXPECT_TRUE(setting()->getFrom() == before);
     EXPECT_EQ(camera().sets, 1);
     EXPECT_TRUE(camera().from == before);
+}
+
+TEST_F(CameraQuantities, aHostThatDestroysTheCameraWhenToldEndsTheWrite) {
+    static osg::NodePtr condemned;
+    const osg::CameraSettingPtr doomed = osg::CameraSetting::create();
+    condemned = kvtest::makeNode(doomed);
+    osg::addRefCP(condemned);
+    kvAnimationManager2::setFromAtUpCB(
+        [](int, const osg::Pnt3f&, const osg::Pnt3f&, const osg::Vec3f&) {
+            ++camera().sets;
+            osg::subRefCP(condemned);
+        });
+    const kvtest::Field field = kvtest::bindingTo(doomed, "from", 0, 1.0F, "height");
+    kvAnimationUtils2::setRealFieldValue(field);
+    EXPECT_EQ(camera().sets, 1) << "there was no camera left to set the height of";
+    EXPECT_EQ(kvAnimationUtils2::getRealFieldValue(field), 0.0F);
+    condemned = osg::NullFC;
 }
 
 TEST_F(CameraQuantities, otherFieldsAreNotHandedOver) {

@@ -116,6 +116,33 @@ TEST(CurveMove, aNanFrameGoesToTheEnd) {
     expectLinked(curve);
 }
 
+TEST(CurveMove, aListThatIsNotInOrderIsSortedWithTheKeyAtItsNewPlace) {
+    kvAnimationCurve curve;
+    for (const float x : {0.0F, 10.0F, 20.0F, 30.0F})
+        importUser(curve, x, x, x - 1, x + 2);
+    curve.getCPs()[3].setPoint({-5, 30});
+    kvControlPoint* const place = &State::keys(curve)[1];
+    curve.moveCPTo(place, 25, 7);
+    EXPECT_EQ(framesOf(curve), (std::vector<double>{-5, 0, 20, 25}));
+    EXPECT_EQ(valuesOf(curve), (std::vector<double>{30, 0, 20, 7}));
+    expectLinked(curve);
+    expectPoint(place->getInTangent(), 26, 7);
+    expectPoint(place->getOutTangent(), 27, 7);
+    expectPoint(keyAt(curve, 3).getInTangent(), 9, 10);
+}
+
+TEST(CurveMove, aCopyIsLinkedToItself) {
+    kvAnimationCurve source;
+    for (const float x : {0.0F, 10.0F, 20.0F})
+        source.importControlPoint(x, 0, x, 0, x, 0, kvControlPoint::Flat);
+    kvAnimationCurve curve(source);
+    curve.moveCPTo(curve.getControlPoint(2), 12, 5);
+    EXPECT_EQ(framesOf(curve), (std::vector<double>{0, 12, 20}));
+    expectLinked(curve);
+    EXPECT_EQ(keyAt(curve, 0).getOutTangent().x, 6.0);
+    EXPECT_EQ(keyAt(source, 0).getOutTangent().x, 5.0);
+}
+
 TEST(CurveMove, nullIsIgnoredAndAKeyOutsideTheCurveMovesAlone) {
     kvAnimationCurve curve;
     importUser(curve, 0, 0, -1, 1);
@@ -147,6 +174,17 @@ TEST(CurveStretch, stretchingRightKeepsTheStart) {
     EXPECT_EQ(framesOf(curve), (std::vector<double>{10, 25, 40}));
     expectPoint(keyAt(curve, 1).getInTangent(), 22, 15);
     expectPoint(keyAt(curve, 2).getOutTangent(), 43, 20);
+}
+
+TEST(CurveStretch, differencesToTheEndAreTakenInDoubleAndThenRounded) {
+    kvAnimationCurve curve;
+    curve.insertCP(0.8, 0.0);
+    curve.insertCP(0.92, 0.0);
+    curve.insertCP(1.2, 0.0);
+    curve.stretchLeft(-1.7F);
+    // From single-precision arithmetic done elsewhere. An end or a start rounded at another place
+    // gives -0.83000004 or -0.82999998.
+    EXPECT_EQ(keyAt(curve, 1).getPoint().x, static_cast<double>(-0.8299999237060547F));
 }
 
 TEST(CurveStretch, framesPassThroughSinglePrecision) {

@@ -6,6 +6,7 @@
 #include "keys/keyListFixture.h"
 #include "keys/literalEvaluation.h"
 #include "keys/museum.h"
+#include "support/allocationCount.h"
 
 #include <gtest/gtest.h>
 
@@ -250,6 +251,21 @@ TEST(Evaluation, theEvaluatorEqualsItsLiteralFormOnEditedCurves) {
                 << "round " << round << " at " << frame;
         }
     }
+}
+
+TEST(Evaluation, allocatesNothing) {
+    OpenKeyList list;
+    for (int i = 0; i < 200; ++i)
+        list.insertCP(i, i % 7);
+    OpenKeyList unsorted(list);
+    unsorted.getCPs()[50].setPoint({3.5, 0});
+    float sum = 0.0F;
+    EXPECT_EQ(kvtest::allocationsOf([&] {
+                  for (float frame = -1.0F; frame < 202.0F; frame += 0.375F)
+                      sum += evaluateCurve(&list, frame) + evaluateCurve(&unsorted, frame);
+              }),
+              0U);
+    EXPECT_NE(sum, 0.0F);
 }
 
 TEST(Evaluation, theCurveIsLeftAsItIs) {

@@ -169,6 +169,29 @@ TEST(KeyListDelete, deletingNoSelectedKeyStillSortsLinksAndRecomputes) {
         EXPECT_NE(cp.getInTangent().x, -77.0);
 }
 
+TEST(KeyListDelete, keysOfALongListAreFoundAfterSelectedOnesWereDeleted) {
+    // Long enough, and searched often enough, for the list to look ids up instead of walking.
+    OpenKeyList list;
+    for (int i = 0; i < 100; ++i) {
+        State::count(list) = 300000000 + (i * 37) % 100;
+        kvControlPoint cp(i, i, kvControlPoint::User);
+        cp.setSelected(i % 3 == 0);
+        list.insertCP(cp);
+    }
+    for (int round = 0; round < 8; ++round)
+        EXPECT_EQ(list.findCP(300000000)->getPoint().x, 0.0);
+    ASSERT_TRUE(State::hasIdIndex(list));
+    list.deleteAllSelectedCPs();
+    EXPECT_EQ(list.getCPs().size(), 66U);
+    for (int i = 0; i < 100; ++i) {
+        const kvControlPoint* const found = list.findCP(300000000 + (i * 37) % 100);
+        if (i % 3 == 0)
+            EXPECT_EQ(found, nullptr) << i;
+        else
+            EXPECT_EQ(found->getPoint().x, i);
+    }
+}
+
 TEST(KeyListDelete, allKeysMayBeSelected) {
     OpenKeyList list;
     for (int i = 0; i < 4; ++i)

@@ -176,6 +176,8 @@ TEST(KeyListMouse, handlesAreHitWithinFourPixels) {
     EXPECT_TRUE(list.hasHitCPOrTangent(103.9, 0.0, 1.0, 1.0));
     EXPECT_EQ(list.getHitType(), kvControlPointManager::HitOutTangent);
     EXPECT_FALSE(list.hasHitCPOrTangent(104.0, 0.0, 1.0, 1.0));
+    EXPECT_TRUE(list.hasHitCPOrTangent(0.0, 0.0, 1.0, 1.0));
+    EXPECT_EQ(list.getHitType(), kvControlPointManager::HitPoint) << "no longer the handle";
 }
 
 TEST(KeyListMouse, theKeyWinsOverItsHandlesAndAnEarlierKeyOverALater) {
