@@ -238,6 +238,17 @@ TEST_F(FindingClips, aSubclipOfAnEarlierClipComesBeforeALaterClip) {
     EXPECT_EQ(manager.getClip("sub"), sub);
 }
 
+TEST_F(FindingClips, ofTwoSubclipsTheOneThatStartsFirstIsFoundAlthoughItEndsLast) {
+    sub->addBlock(newBlock("long", 0, 90));
+    kvAnimationClip* ended = top->newSubclip();
+    ended->addBlock(newBlock("short", 10, 20));
+    ended->setId(92);
+    ended->setName("sub");
+    EXPECT_EQ(manager.getClip(92UL), sub);
+    EXPECT_EQ(manager.getClip("sub"), sub);
+    EXPECT_EQ(manager.findSubClip(92UL, top), sub);
+}
+
 TEST_F(FindingClips, findSubClipDescendsToAnyDepthButNotToTheParentItself) {
     EXPECT_EQ(manager.findSubClip(93UL, top), deep);
     EXPECT_EQ(manager.findSubClip(92UL, top), sub);

@@ -134,6 +134,16 @@ TEST_F(Printing, clipsPrintTheBlocksOfTheirOwnTracksInOrderOfStartWithKeys) {
     EXPECT_EQ(withoutVariableAddresses(printed(manager)), expected);
 }
 
+TEST_F(Printing, ofTwoBlocksOfAClipTheOneThatStartsFirstIsFirstAlthoughItEndsLast) {
+    kvAnimationClip* holder = clip("Walk");
+    holder->addBlock(newBlock("short", 10, 20));
+    holder->addBlock(newBlock("long", 0, 90));
+    manager.addClip(holder);
+    const std::string text = printed(manager);
+    ASSERT_NE(text.find("name: long"), std::string::npos);
+    EXPECT_LT(text.find("name: long"), text.find("name: short"));
+}
+
 TEST_F(Printing, nullsInTheListsAreCountedAndSteppedOver) {
     manager.getAnimCurves()->push_back(nullptr);
     manager.getBlocks()->push_back(nullptr);

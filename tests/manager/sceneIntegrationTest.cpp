@@ -334,9 +334,14 @@ TEST_F(CurrentState, onTheFirstOrLastKeyThatKeyIsReplaced) {
     EXPECT_EQ(keysOf(made), (Points{{0, 1}, {10, 2}}));
     EXPECT_NE(made->getCPs().back().getId(), lastId);
     EXPECT_EQ(made->getCPs().back().getTangentType(), 5);
+
+    kvAnimationCurve* other = curve("b", {{0, 1}, {10, 2}});
+    const int firstId = other->getCPs().front().getId();
     Manager::setActualFrame(0);
-    manager.convertCurveValueToCP(made);
-    EXPECT_EQ(keysOf(made), (Points{{0, 1}, {10, 2}}));
+    manager.convertCurveValueToCP(other);
+    EXPECT_EQ(keysOf(other), (Points{{0, 1}, {10, 2}}));
+    EXPECT_NE(other->getCPs().front().getId(), firstId);
+    EXPECT_EQ(other->getCPs().front().getTangentType(), 5);
 }
 
 TEST_F(CurrentState, outsideTheKeyRangeNothingHappens) {

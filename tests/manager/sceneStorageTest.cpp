@@ -224,6 +224,42 @@ TEST_F(Storing, clipsComeBackFromTheNodeItself) {
     EXPECT_EQ(manager.getClips()->front()->getSequences(false, false).size(), 1U);
 }
 
+TEST_F(Storing, readingLooksOnTheTransformNodeOnlyWhenAskedTo) {
+    curveOf(under, "translateX");
+    blockOf(under, "A");
+    kvAnimationClip* walk = clip("Walk");
+    manager.addClip(walk);
+    manager.exportCurves(under, true);
+    manager.exportBlocks(under, true);
+    manager.exportClips(under, true);
+    ASSERT_FALSE(hasAttachment(under)) << "all is stored on the transform above";
+    forgetAndOwnWhatIsLoaded();
+    manager.importCurves(under, false);
+    manager.importBlocks(under, false);
+    manager.importClips(under, osg::NullFC, false);
+    EXPECT_TRUE(manager.getAnimCurves()->empty());
+    EXPECT_TRUE(manager.getBlocks()->empty());
+    EXPECT_TRUE(manager.getClips()->empty());
+    manager.importCurves(under, true);
+    manager.importBlocks(under, true);
+    manager.importClips(under, osg::NullFC, true);
+    EXPECT_EQ(manager.getAnimCurves()->size(), 1U);
+    EXPECT_EQ(manager.getBlocks()->size(), 1U);
+    EXPECT_EQ(manager.getClips()->size(), 1U);
+}
+
+TEST_F(Storing, clipsAreReadFromAGeometryItselfAndNotFromItsTransform) {
+    manager.addClip(clip("Walk"));
+    manager.exportClips(transform, false);
+    manager.clear(true);
+    manager.addClip(clip("Run"));
+    manager.exportClips(geometry, false);
+    forgetAndOwnWhatIsLoaded();
+    manager.importClips(geometry, osg::NullFC, false);
+    ASSERT_EQ(manager.getClips()->size(), 1U);
+    EXPECT_EQ(manager.getClips()->front()->getName(), "Run");
+}
+
 TEST_F(Storing, importingFromNothingAddsNothing) {
     manager.importCurves(osg::NullFC, true);
     manager.importBlocks(osg::NullFC, true);

@@ -30,6 +30,49 @@ struct EarlyHost {
 
 EarlyHost earlyHost;
 
+/// The settings before the first test: fixtures set them anew.
+struct StartOfTheManager : ::testing::Environment {
+    void SetUp() override {
+        using Manager = kvAnimationManager2;
+        frame = Manager::getActualFrame();
+        samples = Manager::getMotionBlurSamples();
+        shutterTime = Manager::getMotionBlurShutterTime();
+        widget = Manager::getActiveAnimationWidget();
+        motionBlur = Manager::_motionBlur;
+        hasClip = Manager::getActiveClip() != nullptr;
+        hasCamera = Manager::getMGLWCamera() != osg::NullFC;
+        dirty = Manager::_the.isDirty();
+        fov = Manager::getFOV();
+        zUp = Manager::getZUp();
+    }
+    float frame = -1.0F;
+    int samples = -1;
+    float shutterTime = -1.0F;
+    int widget = -1;
+    bool motionBlur = true;
+    bool hasClip = true;
+    bool hasCamera = true;
+    bool dirty = false;
+    float fov = 0.0F;
+    bool zUp = true;
+};
+
+const auto* const startOfTheManager =
+    static_cast<StartOfTheManager*>(::testing::AddGlobalTestEnvironment(new StartOfTheManager));
+
+TEST(Statics, theSettingsHaveTheirStartValuesBeforeAnyoneSetsThem) {
+    EXPECT_EQ(startOfTheManager->frame, 0.0F);
+    EXPECT_EQ(startOfTheManager->samples, 64);
+    EXPECT_EQ(startOfTheManager->shutterTime, 1.0F);
+    EXPECT_EQ(startOfTheManager->widget, 1);
+    EXPECT_FALSE(startOfTheManager->motionBlur);
+    EXPECT_FALSE(startOfTheManager->hasClip);
+    EXPECT_FALSE(startOfTheManager->hasCamera);
+    EXPECT_TRUE(startOfTheManager->dirty);
+    EXPECT_EQ(startOfTheManager->fov, -1.0F);
+    EXPECT_FALSE(startOfTheManager->zUp);
+}
+
 TEST(Statics, keysMadeBeforeMainHaveIssuedIds) {
     EXPECT_TRUE(earlyHost.wasIssued);
     EXPECT_TRUE(kvAnimationManager2::checkId(EarlyHost::idOf(earlyHost.key)))

@@ -383,6 +383,35 @@ TEST_F(Export, theOlderLayoutHoldsBlocksAndSubclipsDirectly) {
     osg::subRefCP(record);
 }
 
+TEST_F(Export, theOlderLayoutIsInOrderOfStartAndNestsAsTheClipsDo) {
+    kvAnimationClip* const clip = keep(new kvAnimationClip("outer"));
+    clip->addBlock(makeBlock(node, "short", {5.0F, 6.0F}));
+    clip->addBlock(makeBlock(node, "long", {1.0F, 90.0F}));
+    auto* const late = new kvAnimationClip("late");
+    late->addBlock(makeBlock(node, "b", {20.0F, 30.0F}));
+    clip->addSubclip(late);
+    auto* const early = new kvAnimationClip("early");
+    early->addBlock(makeBlock(node, "b", {10.0F, 99.0F}));
+    auto* const inside = new kvAnimationClip("inside");
+    inside->addBlock(makeBlock(node, "b", {40.0F, 41.0F}));
+    early->addSubclip(inside);
+    clip->addSubclip(early);
+
+    osg::AnimationClipPtr record = osg::AnimationClipBase::create();
+    osg::addRefCP(record);
+    Access::addSubClip(record, clip);
+    ASSERT_EQ(record->getMFBlocks()->getSize(), 2U);
+    EXPECT_EQ(record->getBlocks(0)->getName(), "long");
+    EXPECT_EQ(record->getBlocks(1)->getName(), "short");
+    ASSERT_EQ(record->getMFSubclips()->getSize(), 2U) << "direct sub-clips only";
+    const auto first = osg::AnimationClipPtr::dcast(record->getSubclips(0));
+    EXPECT_EQ(first->getName(), "early");
+    EXPECT_EQ(osg::AnimationClipPtr::dcast(record->getSubclips(1))->getName(), "late");
+    ASSERT_EQ(first->getMFSubclips()->getSize(), 1U);
+    EXPECT_EQ(osg::AnimationClipPtr::dcast(first->getSubclips(0))->getName(), "inside");
+    osg::subRefCP(record);
+}
+
 TEST_F(Export, singleStepsPassOverNull) {
     osg::AnimationClipPtr clip = osg::AnimationClipBase::create();
     osg::addRefCP(clip);

@@ -595,6 +595,7 @@ TEST_F(Import, theOlderLayoutIsReadBeforeTheTracks) {
     EXPECT_EQ(b->getStartFrame(), 1.0F);
     EXPECT_EQ(b->getEndFrame(), 9.0F);
     EXPECT_EQ(b->getBlockCurves()[0]->getAppropriateNode(), camera) << "re-targeted here, too";
+    EXPECT_TRUE(b->getActive()) << "stored as false, but not read";
     EXPECT_EQ(clip(0)->getTrack(1)->getBlocks().at(0)->getBlockName(), "homeless");
     const kvAnimationClip* const s = clip(0)->getTrack(2)->getClips().at(0);
     EXPECT_EQ(s->getName(), "sub");

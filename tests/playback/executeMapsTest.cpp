@@ -8,6 +8,7 @@
 #include <kvOpenSGUtils.h>
 #include <OSGCameraSetting.h>
 #include <OSGTransform3D.h>
+#include <OSGTransformAttachment.h>
 
 #include <OpenSG/OSGDirectionalLight.h>
 #include <OpenSG/OSGGroup.h>
@@ -102,6 +103,14 @@ TEST_F(ExecuteMaps, replacesOneComponentOfATransformAndKeepsTheOthers) {
         EXPECT_THAT(scale(target), ElementsAre(4.0F, 1.0F, 6.0F));
         EXPECT_THAT(rotation(target), ElementsAre(10.0F, 20.0F, 30.0F));
     }
+}
+
+TEST_F(ExecuteMaps, rotatingKeepsTheOrderOfTheAngles) {
+    kvNodeUtils::setTransformNodeRotation(node, 10.0F, 20.0F, 30.0F, osg::TransformAttachment::ZYX);
+    execute(node, "rotateY", 25.0F);
+    const osg::TransformAttachmentPtr kept = osg::TransformAttachment::find(node);
+    EXPECT_EQ(kept->getRotationOrder(), osg::TransformAttachment::ZYX);
+    EXPECT_THAT(rotation(node), ElementsAre(10.0F, 25.0F, 30.0F));
 }
 
 TEST_F(ExecuteMaps, visibleSetsTheActivityOfATransformNode) {

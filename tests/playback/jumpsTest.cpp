@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -169,6 +170,42 @@ TEST_F(Jumps, jumpsStopPlayback) {
         jump(block);
         EXPECT_FALSE(Access::playing() || Access::reverse() || Access::ignoreActivity());
     }
+}
+
+// Whatever playback ignored: the flag is cleared first, and evaluation heeds activity.
+TEST_F(Jumps, everyJumpLeavesOutWhatIsInactive) {
+    kvAnimationBlock* const block = cameraBlock(10.0F, 40.0F);
+    block->setActive(false);
+    kvAnimationClip* const clip = makeClip();
+    addCameraBlock(clip, 10.0F, 40.0F)->setActive(false);
+    clip->updateBounds();
+    Access::playingBlock() = block;
+    Access::playingClip() = clip;
+    kvAnimationManager2::_animationBlocks = {block};
+    const auto writesOf = [&](auto jump) {
+        Access::ignoreActivity() = true;
+        log.clear();
+        jump();
+        return std::count(log.begin(), log.end(), "write 10") +
+               std::count(log.begin(), log.end(), "write 40");
+    };
+    EXPECT_EQ(writesOf([&] { Controller::gotoStart(block); }), 0);
+    EXPECT_EQ(writesOf([&] { Controller::gotoEnd(block); }), 0);
+    EXPECT_EQ(writesOf([&] { Controller::gotoStart(clip); }), 0);
+    EXPECT_EQ(writesOf([&] { Controller::gotoEnd(clip); }), 0);
+    for (const auto type : {Controller::PT_BLOCK, Controller::PT_CLIP, Controller::PT_GLOBAL}) {
+        EXPECT_EQ(writesOf([&] { Controller::gotoStart(type); }), 0) << type;
+        EXPECT_EQ(writesOf([&] { Controller::gotoEnd(type); }), 0) << type;
+    }
+    block->setActive(true);
+    EXPECT_EQ(writesOf([&] { Controller::gotoStart(block); }), 5) << "the count itself";
+    kvAnimationManager2::_animationBlocks.clear();
+}
+
+TEST_F(Jumps, aClipJumpWithoutItsClipStillTellsTheClipMaker) {
+    Controller::gotoStart(Controller::PT_CLIP);
+    Controller::gotoEnd(Controller::PT_CLIP);
+    EXPECT_THAT(log, ElementsAre("updateCMFrame", "updateCMFrame"));
 }
 
 TEST_F(Jumps, jumpsOfThePlayingBlockWriteWithoutNotification) {

@@ -250,6 +250,18 @@ TEST_F(Reapplication, aNumberStaysInForceWhenNotANumberFollowsOnAnInteger) {
     EXPECT_EQ(quick.choice()->getChoice(), 6);
 }
 
+TEST_F(Reapplication, bindingsThatDifferInTheirFieldAloneAreTwo) {
+    tick({recordOf(quick, {MoverCore, "alias", "translation", 0}, 5.0F)});
+    tick({recordOf(quick, {MoverCore, "alias", "scale", 0}, 7.0F)});
+    const auto core = osg::ComponentTransformPtr::dcast(quick.mover->getCore());
+    EXPECT_EQ(core->getTranslation()[0], 5.0F);
+    EXPECT_EQ(core->getScale()[0], 7.0F);
+    const std::vector<Field> all = accumulated.all();
+    ASSERT_EQ(all.size(), 2U);
+    EXPECT_EQ(all[0].globalFieldName, "translation");
+    EXPECT_EQ(all[1].globalFieldName, "scale");
+}
+
 TEST_F(Reapplication, notANumberCostsASecondWriteOnlyWhileItIsTheNewest) {
     const osg::CountingCorePtr core = osg::CountingCore::create();
     makeNode(core);
