@@ -30,7 +30,7 @@ suite kv_bench_peer_qt
 suite kv_bench_peer_osg
 
 echo "| work | here | beside | ratio | beside what |"
-for topic in evaluation tick keys clips motionCapture; do
+for topic in evaluation tick keys loading clips motionCapture; do
     # shellcheck disable=SC1090
     source "benchmarks/table/$topic.sh"
 done

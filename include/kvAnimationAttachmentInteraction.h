@@ -18,6 +18,10 @@ class AnimationCurve;
 class AnimationTrack;
 } // namespace osg
 
+namespace kv::detail {
+class KeyImport;
+}
+
 /// Keeps the animation of a scene inside the scene: copies curves, blocks and clips into attachment
 /// records on nodes, which the scene file's own writer saves, and makes objects of them again.
 ///
@@ -169,8 +173,7 @@ class KV_ANIMATIONS_API kvAnimationAttachmentInteraction {
     static void loadClipFlags(const ClipPtr& stored, kvAnimationClip* clip);
     static void loadDirectContent(const ClipPtr& stored, kvAnimationClip* clip,
                                   kvAnimationManager2* manager, const osg::NodePtr& cameraNode);
-    static void importPointToCurve(const ControlPointPtr& stored, kvAnimationCurve* curve,
-                                   kvAnimationManager2* manager);
+    static void importPointToCurve(const ControlPointPtr& stored, kv::detail::KeyImport& keys);
     static void loadSubclip(const ClipPtr& stored, kvAnimationClip* parent,
                             kvAnimationManager2* manager, const osg::NodePtr& cameraNode);
 

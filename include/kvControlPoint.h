@@ -5,6 +5,10 @@
 
 #include <kvOpenSGAnimationsApi.h>
 
+namespace kv::detail {
+class KeyImport;
+}
+
 /// A key: a point in the (frame, value) plane with two Bezier handles, the flags of the curve
 /// editor and an id.
 ///
@@ -136,6 +140,7 @@ class KV_ANIMATIONS_API kvControlPoint {
   private:
     friend class kvControlPointManager;
     friend class kvAnimationCurve;
+    friend class kv::detail::KeyImport;
     friend struct kvTestAccess<kvControlPoint>;
 
     /// Assignment for the lists that own keys: unlike operator= it does not count as an edit from

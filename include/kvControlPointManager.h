@@ -15,6 +15,7 @@
 
 namespace kv::detail {
 class KeyIdIndex;
+class KeyImport;
 struct KeyListReader;
 class SegmentMemory;
 } // namespace kv::detail
@@ -218,6 +219,7 @@ class KV_ANIMATIONS_API kvControlPointManager {
 
   private:
     friend class kvAnimationCurve;
+    friend class kv::detail::KeyImport;
     friend struct kv::detail::KeyListReader;
     friend struct kvTestAccess<kvControlPointManager>;
 
@@ -263,6 +265,7 @@ class KV_ANIMATIONS_API kvControlPointManager {
 
     void reserveOneMore();
     void insertKey(double replacedFrame, const kvControlPoint& key);
+    void countInsertion();
     void eraseAt(std::size_t index);
     void placeKey(std::size_t hole, std::size_t target, const kvControlPoint& key);
     void dropIdIndex();

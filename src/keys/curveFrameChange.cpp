@@ -12,6 +12,7 @@
 
 #include "keys/frameOrder.h"
 #include "keys/handlePlacement.h"
+#include "keys/walkCount.h"
 
 #include <algorithm>
 
@@ -36,6 +37,7 @@ class kvAnimationCurve::FrameChange {
 
     /// @param places of the keys, ascending
     void apply(const std::vector<std::size_t>& places) {
+        kv::detail::countWalk(_keys.size());
         auto place = places.begin();
         for (; place != places.end() && *place + _taken.size() < _first; ++place)
             takeFromLeft(*place);
@@ -138,6 +140,7 @@ class kvAnimationCurve::FrameChange {
     void recompute(std::size_t place, const At& at) {
         const std::size_t last = _keys.size() - 1;
         if (last == 0) return;
+        kv::detail::countWalk(1);
         using kv::detail::KeyRole;
         kvControlPoint& cp = at(place);
         const KeyRole role = cp.id == at(0).id      ? KeyRole::First

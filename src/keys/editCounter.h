@@ -10,6 +10,9 @@ namespace kv::detail {
 /// hence one number for all. Atomic because one curve may be edited while others are evaluated.
 extern std::atomic<std::uint64_t> keyEdits;
 
+/// A number that is never the current one.
+constexpr std::uint64_t kNoKeyEdit = 0;
+
 inline std::uint64_t currentKeyEdit() {
     return keyEdits.load(std::memory_order_relaxed);
 }

@@ -6,9 +6,11 @@
 #include "keys/editCounter.h"
 #include "keys/frameOrder.h"
 #include "keys/keyIdIndex.h"
+#include "keys/walkCount.h"
 
 #include <algorithm>
 
+using kv::detail::countWalk;
 using kv::detail::framePrecedes;
 
 void kvControlPointManager::insertCP(double x, double y) {
@@ -78,6 +80,11 @@ void kvControlPointManager::insertKey(double replacedFrame, const kvControlPoint
     const std::size_t found = newId ? target : firstWithId(key.id);
     currentCP = &cps[found];
     computeTangentsExtended(*currentCP);
+    countInsertion();
+}
+
+// Wraps round rather than overflows.
+void kvControlPointManager::countInsertion() {
     cpCount = static_cast<int>(static_cast<unsigned>(cpCount) + 1U);
 }
 
@@ -135,6 +142,7 @@ void kvControlPointManager::moveKey(std::size_t index, kvControlPoint::Point poi
 // Erases a key and leaves the links as they are.
 void kvControlPointManager::eraseAt(std::size_t index) {
     const bool known = isKnownSorted();
+    countWalk(cps.size() - index);
     for (std::size_t i = index; i + 1 < cps.size(); ++i)
         cps[i].take(cps[i + 1]);
     cps.pop_back();
@@ -171,6 +179,7 @@ void kvControlPointManager::deleteCP(kvControlPoint* cp) {
 
 void kvControlPointManager::deleteAllSelectedCPs() {
     const bool known = isKnownSorted();
+    countWalk(cps.size());
     std::size_t kept = 0;
     for (std::size_t i = 0; i < cps.size(); ++i) {
         if (cps[i].selected) continue;

@@ -5,11 +5,13 @@
 #include "keys/frameOrder.h"
 #include "keys/keyIdIndex.h"
 #include "keys/keyListReader.h"
+#include "keys/walkCount.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 
+using kv::detail::countWalk;
 using kv::detail::framePrecedes;
 
 bool kvControlPointManager::isKnownSorted() const {
@@ -19,6 +21,7 @@ bool kvControlPointManager::isKnownSorted() const {
 // The first key at exactly this frame.
 std::size_t kvControlPointManager::firstAtFrame(double x) const {
     if (!isKnownSorted()) {
+        countWalk(cps.size());
         for (std::size_t i = 0; i < cps.size(); ++i)
             if (cps[i].point.x == x) return i;
         return kNone;
@@ -124,6 +127,7 @@ std::size_t kvControlPointManager::firstWithId(int id) {
             return idIndex->find(id);
         }
     }
+    countWalk(cps.size());
     for (std::size_t i = 0; i < cps.size(); ++i)
         if (cps[i].id == id) return i;
     return kNone;

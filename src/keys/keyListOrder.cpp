@@ -5,13 +5,22 @@
 #include "keys/editCounter.h"
 #include "keys/frameOrder.h"
 #include "keys/keyIdIndex.h"
+#include "keys/walkCount.h"
 
 #include <algorithm>
 #include <numeric>
 
+using kv::detail::countWalk;
 using kv::detail::framePrecedes;
 
+namespace kv::detail {
+
+std::atomic<std::uint64_t> walkedKeys{0};
+
+} // namespace kv::detail
+
 bool kvControlPointManager::isSorted() const {
+    countWalk(cps.size());
     return std::is_sorted(cps.begin(), cps.end(),
                           [](const kvControlPoint& a, const kvControlPoint& b) {
                               return framePrecedes(a.point.x, b.point.x);
@@ -24,6 +33,7 @@ void kvControlPointManager::noteSorted() {
     order.first = cps.data();
     order.count = cps.size();
     order.greatestId = INT_MIN;
+    countWalk(cps.size());
     for (const kvControlPoint& cp : cps)
         order.greatestId = (std::max)(order.greatestId, cp.id);
     order.linked = false;
@@ -67,6 +77,7 @@ bool kvControlPointManager::isKnownLinked() const {
 // Stable, so that keys of equal frames keep their order. In place: pointers to keys are pointers to
 // places in the list, and callers go on with the key that comes to stand there.
 void kvControlPointManager::sortByFrame() {
+    countWalk(cps.size());
     std::vector<std::size_t> places(cps.size());
     std::iota(places.begin(), places.end(), std::size_t{0});
     std::stable_sort(places.begin(), places.end(), [this](std::size_t a, std::size_t b) {
@@ -81,6 +92,7 @@ void kvControlPointManager::sortByFrame() {
 std::size_t kvControlPointManager::sortedIndexOf(std::size_t index) const {
     if (isKnownSorted()) return index;
     const double frame = cps[index].point.x;
+    countWalk(cps.size());
     std::size_t before = 0;
     for (std::size_t i = 0; i < cps.size(); ++i) {
         const double other = cps[i].point.x;
@@ -91,6 +103,7 @@ std::size_t kvControlPointManager::sortedIndexOf(std::size_t index) const {
 
 // Links the keys [first, last) to their neighbours.
 void kvControlPointManager::linkRange(std::size_t first, std::size_t last) {
+    countWalk(last - first);
     for (std::size_t i = first; i < last; ++i) {
         cps[i].prevCP = i == 0 ? nullptr : &cps[i - 1];
         cps[i].nextCP = i + 1 == cps.size() ? nullptr : &cps[i + 1];

@@ -3,9 +3,11 @@
 #include <kvControlPointManager.h>
 
 #include "keys/handlePlacement.h"
+#include "keys/walkCount.h"
 
 void kvControlPointManager::computeTangents(kvControlPoint& cp) {
     if (cps.size() < 2) return;
+    kv::detail::countWalk(1);
     using kv::detail::KeyRole;
     const kvControlPoint* previous = live(cp.prevCP);
     const kvControlPoint* next = live(cp.nextCP);

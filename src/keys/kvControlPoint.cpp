@@ -8,8 +8,7 @@
 
 namespace kv::detail {
 
-// Starts above 0, which is what a list has noted that never looked.
-std::atomic<std::uint64_t> keyEdits{1};
+std::atomic<std::uint64_t> keyEdits{kNoKeyEdit + 1};
 
 } // namespace kv::detail
 

@@ -14,6 +14,8 @@
 
 #include <OpenSG/OSGVector.h>
 
+#include <utility>
+
 using osg::NullFC;
 
 namespace {
@@ -149,7 +151,8 @@ void kvAnimationAttachmentInteraction::addToAnimationAttachment(const osg::NodeP
     if (_animAtt == NullFC) return;
     const kv::detail::AttachmentHold hold(_animAtt);
     subFromAnimationAttachment(node, curve, resolve);
-    if (curve->getCPs().empty()) return; // after the removal: an emptied curve leaves no old copy
+    // After the removal: an emptied curve leaves no old copy.
+    if (std::as_const(*curve).getCPs().empty()) return;
     _animAtt->addCurve(storedCurve(*curve));
 }
 

@@ -3,6 +3,7 @@
 // No stored identifier is read. The order in which fresh ones are drawn is part of what is
 // promised: registering draws one, and a second one then replaces it.
 
+#include "keys/keyImport.h"
 #include "persistence/attachment.h"
 
 #include <kvAnimationBlock.h>
@@ -59,20 +60,20 @@ class OpenClip {
 // --- keys and curves
 
 void kvAnimationAttachmentInteraction::importPointToCurve(const ControlPointPtr& stored,
-                                                          kvAnimationCurve* curve,
-                                                          kvAnimationManager2*) {
-    if (stored == NullFC || curve == nullptr) return;
-    const osg::Vec2f& key = stored->getControlPoint();
-    const osg::Vec2f& in = stored->getInTangent();
-    const osg::Vec2f& out = stored->getOutTangent();
-    curve->importControlPoint(key[0], key[1], in[0], in[1], out[0], out[1],
-                              static_cast<int>(stored->getTangentType()));
+                                                          kv::detail::KeyImport& keys) {
+    if (stored == NullFC) return;
+    const auto point = [](const osg::Vec2f& v) {
+        return kvControlPoint::Point{static_cast<double>(v[0]), static_cast<double>(v[1])};
+    };
+    keys.add(point(stored->getControlPoint()), point(stored->getInTangent()),
+             point(stored->getOutTangent()), static_cast<int>(stored->getTangentType()));
 }
 
 void kvAnimationAttachmentInteraction::loadKeys(const CurvePtr& stored, kvAnimationCurve* curve) {
-    osg::MFAnimationControlPointPtr& keys = *stored->getMFControlPoints();
-    for (UInt32 i = 0; i < keys.getSize(); ++i)
-        importPointToCurve(keys[i], curve, nullptr);
+    osg::MFAnimationControlPointPtr& points = *stored->getMFControlPoints();
+    kv::detail::KeyImport keys(*curve, points.getSize());
+    for (UInt32 i = 0; i < points.getSize(); ++i)
+        importPointToCurve(points[i], keys);
 }
 
 void kvAnimationAttachmentInteraction::importCurveToBlock(const CurvePtr& stored,
