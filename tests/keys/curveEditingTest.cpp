@@ -178,13 +178,13 @@ TEST(CurveStretch, stretchingRightKeepsTheStart) {
 
 TEST(CurveStretch, differencesToTheEndAreTakenInDoubleAndThenRounded) {
     kvAnimationCurve curve;
-    curve.insertCP(0.8, 0.0);
-    curve.insertCP(0.92, 0.0);
-    curve.insertCP(1.2, 0.0);
-    curve.stretchLeft(-1.7F);
-    // From single-precision arithmetic done elsewhere. An end or a start rounded at another place
-    // gives -0.83000004 or -0.82999998.
-    EXPECT_EQ(keyAt(curve, 1).getPoint().x, static_cast<double>(-0.8299999237060547F));
+    curve.insertCP(0.9, 0.0);
+    curve.insertCP(1.8, 0.0);
+    curve.insertCP(3.39, 0.0);
+    curve.stretchLeft(-2.0F);
+    // From single-precision arithmetic done elsewhere. With an end that is rounded before either
+    // difference, or before both, the digits from the sixth on are others.
+    EXPECT_EQ(keyAt(curve, 1).getPoint().x, static_cast<double>(-0.051807284355163574F));
 }
 
 TEST(CurveStretch, framesPassThroughSinglePrecision) {

@@ -105,32 +105,32 @@ TEST_F(IdNarrowing, ofEverySearchInAClip) {
 TEST_F(IdNarrowing, ofEveryRemovalFromATrack) {
     kvAnimationTrack& own = trackOf(inner);
     EXPECT_FALSE(own.subBlock(wide(kStranger), false));
-    EXPECT_TRUE(own.subBlock(wide(kBlock), false));
+    ASSERT_TRUE(own.subBlock(wide(kBlock), false));
     keep(item);
-    EXPECT_TRUE(inner->getTrack(1)->subSequence(wide(kSequence), false));
+    ASSERT_TRUE(inner->getTrack(1)->subSequence(wide(kSequence), false));
     const std::unique_ptr<kvAnimationSequence2> removed(sequence);
-    EXPECT_TRUE(trackOf(outer).subClip(wide(kInner), false));
+    ASSERT_TRUE(trackOf(outer).subClip(wide(kInner), false));
     keep(inner);
 }
 
 TEST_F(IdNarrowing, ofEveryRemovalBelowATrack) {
     kvAnimationTrack& above = trackOf(top);
-    EXPECT_TRUE(above.subBlock(wide(kBlock), true));
+    ASSERT_TRUE(above.subBlock(wide(kBlock), true));
     keep(item);
-    EXPECT_TRUE(above.subSequence(wide(kSequence), true));
+    ASSERT_TRUE(above.subSequence(wide(kSequence), true));
     const std::unique_ptr<kvAnimationSequence2> removed(sequence);
-    EXPECT_TRUE(above.subClip(wide(kInner), true));
+    ASSERT_TRUE(above.subClip(wide(kInner), true));
     keep(inner);
 }
 
 TEST_F(IdNarrowing, ofEveryRemovalFromAClip) {
-    EXPECT_TRUE(inner->subBlock(wide(kBlock), false));
+    ASSERT_TRUE(inner->subBlock(wide(kBlock), false));
     keep(item);
-    EXPECT_TRUE(top->subSequence(wide(kSequence), true));
+    ASSERT_TRUE(top->subSequence(wide(kSequence), true));
     const std::unique_ptr<kvAnimationSequence2> removed(sequence);
-    EXPECT_TRUE(top->subSubclip(wide(kInner), true));
+    ASSERT_TRUE(top->subSubclip(wide(kInner), true));
     keep(inner);
-    EXPECT_TRUE(top->subSubclip(wide(kOuter), false));
+    ASSERT_TRUE(top->subSubclip(wide(kOuter), false));
     keep(outer);
 }
 
@@ -175,8 +175,8 @@ TEST_F(IdNarrowing, ofEveryRemovalFromTheRegistry) {
     manager.subAnimationBlock(wide(kBlock), false);
     EXPECT_EQ(top->getBlock(wide(kBlock), true), item) << "clips were not asked";
     manager.subAnimationBlock(wide(kBlock), true);
+    ASSERT_EQ(top->getBlock(kBlock, true), nullptr);
     keep(item);
-    EXPECT_EQ(top->getBlock(wide(kBlock), true), nullptr);
 
     manager.subClip(wide(kOuter));
     EXPECT_EQ(manager.getClips()->size(), 1U) << "a sub-clip is in no list";
