@@ -40,6 +40,13 @@ if(KV_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
+# The readers report to the fuzzers which ways they went.
+if(KV_FUZZ)
+    add_compile_options(-O1 -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
+        -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
 # Warnings for the project's own code; dependencies come in as system headers.
 add_library(kv_warnings INTERFACE)
 if(MSVC)

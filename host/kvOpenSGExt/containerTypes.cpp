@@ -16,23 +16,24 @@ extern "C" KV_OPENSG_EXT_API int kvOpenSGExtTypes();
 
 /// How many container types this library registers.
 int kvOpenSGExtTypes() {
-    // Naming the types links them; only their number is used.
-    // NOLINTNEXTLINE(clang-analyzer-deadcode.DeadStores)
-    const osg::FieldContainerType* const types[] = {&osg::AnimationAttachment::getClassType(),
-                                                    &osg::AnimationClip::getClassType(),
-                                                    &osg::AnimationTrack::getClassType(),
-                                                    &osg::AnimationBlock::getClassType(),
-                                                    &osg::AnimationCurve::getClassType(),
-                                                    &osg::AnimationControlPoint::getClassType(),
-                                                    &osg::CameraSetting::getClassType(),
-                                                    &osg::LightGeoAttachment::getClassType(),
-                                                    &osg::AnimAttachment::getClassType(),
-                                                    &osg::AnimBlock::getClassType(),
-                                                    &osg::AnimClip::getClassType(),
-                                                    &osg::AnimCurve::getClassType(),
-                                                    &osg::AnimNode::getClassType(),
-                                                    &osg::AnimObject::getClassType(),
-                                                    &osg::Transform3D::getClassType(),
-                                                    &osg::TransformAttachment::getClassType()};
+    // Naming the types links them. Only their number is used, so that an optimiser would leave the
+    // names out if it were allowed to.
+    const osg::FieldContainerType* const volatile types[] = {
+        &osg::AnimationAttachment::getClassType(),
+        &osg::AnimationClip::getClassType(),
+        &osg::AnimationTrack::getClassType(),
+        &osg::AnimationBlock::getClassType(),
+        &osg::AnimationCurve::getClassType(),
+        &osg::AnimationControlPoint::getClassType(),
+        &osg::CameraSetting::getClassType(),
+        &osg::LightGeoAttachment::getClassType(),
+        &osg::AnimAttachment::getClassType(),
+        &osg::AnimBlock::getClassType(),
+        &osg::AnimClip::getClassType(),
+        &osg::AnimCurve::getClassType(),
+        &osg::AnimNode::getClassType(),
+        &osg::AnimObject::getClassType(),
+        &osg::Transform3D::getClassType(),
+        &osg::TransformAttachment::getClassType()};
     return static_cast<int>(sizeof(types) / sizeof(types[0]));
 }

@@ -1,9 +1,10 @@
 // Lists of floats to and from text.
+#include "support/commaLocale.h"
+
 #include <kvString.h>
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -112,12 +113,10 @@ TEST(ValuesToString, theExtremesReadBack) {
 }
 
 TEST(ValuesToString, doesNotFollowALocaleWithADecimalComma) {
-    const std::string before = std::setlocale(LC_NUMERIC, nullptr);
-    for (const char* name : {"de_DE.UTF-8", "de_DE", "fr_FR.UTF-8"})
-        if (std::setlocale(LC_NUMERIC, name)) break;
-    EXPECT_EQ(write({0.5f}), "0.5");
-    EXPECT_EQ(read("0.5"), Floats{0.5f});
-    std::setlocale(LC_NUMERIC, before.c_str());
+    const kvtest::CommaLocale comma;
+    EXPECT_EQ(write({0.5f, 1234567.0f}), "0.5 1234567");
+    EXPECT_EQ(read("0.5 1234567 1,5"), (Floats{0.5f, 1234567.0f, 1.0f, 5.0f}));
+    RecordProperty("localeWithCommaFound", comma.isInstalled() ? 1 : 0);
 }
 
 } // namespace

@@ -272,6 +272,14 @@ TEST_F(WithScene, playStopsAfterTheSecondsThatAreAskedFor) {
     EXPECT_THAT(outcome.out, HasSubstr("ticks"));
 }
 
+TEST_F(WithScene, aLocaleWithADecimalCommaChangesNothing) {
+    const std::string german = "export LC_ALL=de_DE.UTF-8;";
+    const std::string eval = "eval walk.osg --frames 0:3:0.5";
+    EXPECT_EQ(program.run(eval, german).out, program.run(eval).out);
+    ASSERT_EQ(program.run("import walk.bvh -o german.osg", german).code, 0);
+    EXPECT_EQ(program.run("dump german.osg", german).out, program.run("dump walk.osg").out);
+}
+
 TEST_F(WithScene, plotsAreCompletePictures) {
     EXPECT_EQ(program.run("plot walk.osg -o p.svg --node Hips").code, 0);
     const std::string svg = program.read("p.svg");

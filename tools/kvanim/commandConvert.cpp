@@ -2,8 +2,8 @@
 #include "commands.h"
 #include "conversion.h"
 #include "numbers.h"
-#include "outputFile.h"
 #include "scene.h"
+#include "sceneFormat.h"
 
 #include <kvAnimManager.h>
 
@@ -36,6 +36,7 @@ void print(const Conversion& conversion, const Options& options) {
     }
     std::cout << conversion.points << " keys became points at " << brief(options.framesPerSecond)
               << " frames a second, without their tangent types; " << dropped << " dropped\n";
+    recommendBinary(std::cout, options.output, conversion.points);
 }
 
 } // namespace
@@ -46,7 +47,7 @@ void addConvert(CLI::App& program) {
         "convert", "Turn stored blocks and curves into animation nodes, one way.");
     command->footer("Example: kvanim convert walk.osg -o walk-nodes.osg --fps 120");
     command->add_option("scene", options->file, "Scene file")->required();
-    command->add_option("-o,--output", options->output, "Scene file to write")->required();
+    command->add_option("-o,--output", options->output, kSceneOutputHelp)->required();
     command
         ->add_option("--fps", options->framesPerSecond,
                      "Frames per second: animation nodes count in seconds")
@@ -54,7 +55,7 @@ void addConvert(CLI::App& program) {
         ->capture_default_str();
     command->callback([options] {
         kvAnimManager::setFps(options->framesPerSecond);
-        requireWritable(options->output);
+        requireSceneOutput(options->output);
         const Scene scene = Scene::read(options->file);
         const Conversion conversion = convertScene(scene);
         scene.write(options->output);

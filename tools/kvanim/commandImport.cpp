@@ -5,6 +5,7 @@
 #include "importModel.h"
 #include "numbers.h"
 #include "outputFile.h"
+#include "sceneFormat.h"
 
 #include <iostream>
 #include <memory>
@@ -32,10 +33,11 @@ void print(const ImportReport& report, const Options& options) {
     std::cout << "play it: kvanim play " << options.output
               << (report.clip.empty() ? std::string() : " --clip \"" + report.clip + "\"")
               << " --fps " << brief(report.framesPerSecond) << '\n';
+    recommendBinary(std::cout, options.output, report.keys);
 }
 
 void run(const Options& options) {
-    requireWritable(options.output);
+    requireSceneOutput(options.output);
     ImportReport report;
     Scene scene = importModel(options.import, report);
     if (!options.dump.empty()) writeText(options.dump, dumpOf(scene, defaultDumpFrames(scene)));
@@ -53,7 +55,7 @@ void addImport(CLI::App& program) {
     command
         ->add_option("model", options->import.model, "Model file, of any format that Assimp reads")
         ->required();
-    command->add_option("-o,--output", options->output, "Scene file to write")->required();
+    command->add_option("-o,--output", options->output, kSceneOutputHelp)->required();
     command->add_option("--animation", options->import.animation,
                         "Name of the animation to take (the first by default)");
     command

@@ -5,6 +5,7 @@
 #include "numbers.h"
 #include "outputFile.h"
 #include "scene.h"
+#include "sceneFormat.h"
 #include "selection.h"
 
 #include <kvAnimationBlock.h>
@@ -178,6 +179,7 @@ void printText(const Json& json) {
         printCurve(curve, "loose curve ");
     for (const Json& clip : json["clips"])
         printClip(clip, "");
+    recommendBinary(std::cout, json["file"].get<std::string>(), json["keys"].get<std::size_t>());
 }
 
 std::vector<float> parseFrames(const std::string& list) {

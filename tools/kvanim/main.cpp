@@ -18,7 +18,9 @@ constexpr int kBadUsage = 2;
 int run(int argc, char** argv) {
     CLI::App program("Keyframe animation of OpenSG scene files.", "kvanim");
     program.require_subcommand(1);
-    program.footer("Example: kvanim import walk.bvh -o walk.osg && kvanim play walk.osg --fps 120");
+    program.footer("Scene files are .osg (text) or .osb (binary, recommended above 100,000 keys), "
+                   "either with .gz behind it.\n"
+                   "Example: kvanim import walk.bvh -o walk.osg && kvanim play walk.osg --fps 120");
     kvanim::addImport(program);
     kvanim::addInfo(program);
     kvanim::addEval(program);

@@ -23,7 +23,7 @@ fs::path temporaryBeside(const fs::path& target) {
     const std::string mark = std::to_string(random());
     fs::path name = target.filename();
     std::string extension = name.extension().string();
-    if (extension == ".gz") {
+    if (extension == ".gz" || extension == ".GZ") {
         name.replace_extension();
         extension = name.extension().string() + extension;
     }

@@ -4,6 +4,7 @@
 #include "errors.h"
 #include "logCapture.h"
 #include "outputFile.h"
+#include "sceneFormat.h"
 #include "storedClips.h"
 
 #include <kvAnimationAttachmentInteraction.h>
@@ -46,9 +47,8 @@ void requireReadable(const std::string& file) {
 /// scene that is loaded and saved does not grow by a level each time. The caller takes a reference
 /// to the root over.
 osg::NodePtr withoutWrapper(osg::NodePtr read, const std::string& file) {
-    const bool ascii = file.find(".osg") != std::string::npos;
     osg::addRefCP(read);
-    if (!ascii || read->getNChildren() != 1) return read;
+    if (!formatOf(file).text || read->getNChildren() != 1) return read;
     const osg::NodePtr own = read->getChild(0);
     osg::addRefCP(own);
     read->subChild(own);
@@ -174,9 +174,8 @@ void Scene::write(const std::string& file) const {
         std::ofstream stream(temporary, std::ios::binary);
         if (!stream) return false;
         LogCapture log;
-        const bool packed = fs::path(temporary).extension() == ".gz";
-        const bool written =
-            osg::SceneFileHandler::the().write(_root, stream, temporary.c_str(), packed);
+        const bool written = osg::SceneFileHandler::the().write(_root, stream, temporary.c_str(),
+                                                                formatOf(temporary).packed);
         const std::string said = log.end();
         stream.close();
         if (!written || !stream) return false;

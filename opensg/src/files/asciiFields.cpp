@@ -30,7 +30,8 @@ bool AsciiReader::readField() {
         }
     }
     bool wasDeclaration = false;
-    if (!skipDeclaration(name, wasDeclaration) || wasDeclaration) return wasDeclaration;
+    if (!skipDeclaration(name, wasDeclaration)) return false;
+    if (wasDeclaration) return true;
     if (frame.type != nullptr) {
         const std::string what = "\"" + std::string(name) + "\" of containers of the type \"" +
                                  std::string(frame.type->name) + "\"";
@@ -62,8 +63,13 @@ bool AsciiReader::readList(Field& field, const FieldInfo& info) {
     const char* const place = _scanner.at();
     const bool brackets = _scanner.take('[');
     if (info.text->clear != nullptr) info.text->clear(field);
+    // A list that grows is for a moment in memory twice, and has room for twice its elements.
+    const std::size_t growing = 3 * std::size_t(info.text->size);
+    std::size_t count = 0;
     do {
         if (brackets && _scanner.take(']')) break;
+        ++count;
+        if (!_builder.takeMemory(growing)) return failMemory();
         const ValueResult result = info.text->read(field, _values);
         if (result == ValueResult::kMalformed) return fail(_values.errorPlace(), _values.error());
         if (result == ValueResult::kWrongKind) {
@@ -73,7 +79,10 @@ bool AsciiReader::readList(Field& field, const FieldInfo& info) {
             return skipWrongKind(info, place);
         }
     } while (brackets);
-    if (info.text->trim != nullptr && field.getSize() >= kLongList) info.text->trim(field);
+    if (info.text->trim != nullptr && field.getSize() >= kLongList) {
+        info.text->trim(field);
+        _builder.giveMemory(count * (growing - info.text->size));
+    }
     return true;
 }
 

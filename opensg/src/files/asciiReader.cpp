@@ -18,6 +18,16 @@ namespace osg::files {
 
 namespace {
 
+/// What a container that is open costs, and one that has a name: an attachment for it, and an entry
+/// for the USEs that may follow.
+constexpr std::size_t kOpenOverhead = 160;
+constexpr std::size_t kNameOverhead = 320;
+/// What a node takes with a core and all that belongs to reading it. A million nodes are a valid
+/// scene also in words so short that they would count as too much for the size of the text: each of
+/// the first million brings its memory along.
+constexpr std::size_t kMemoryOfNode = 768;
+constexpr std::size_t kMostFreeNodes = std::size_t(1) << 20;
+
 /// How far behind a name that breaks the rules its brace is looked for.
 constexpr std::ptrdiff_t kLongestName = 4096;
 
@@ -64,8 +74,14 @@ bool AsciiReader::failUnexpected(const std::string& expected) {
     return fail(_scanner.at(), found + " stands where " + expected + " was expected");
 }
 
+bool AsciiReader::failMemory() {
+    return fail(_scanner.at(), SceneBuilder::kTooLarge);
+}
+
 void AsciiReader::warnOnce(const std::string& kind, const char* place, const std::string& text) {
     if (!_log.isNew(kind)) return;
+    // Counting the lines up to here takes too long to be done for warnings that nobody gets to see.
+    if (_log.isFull()) return _log.countUntold();
     _log.warnOnce(kind, "line " + std::to_string(_scanner.lineOf(place)), text);
 }
 
@@ -78,6 +94,10 @@ NodePtr AsciiReader::read() {
     _frames.push_back(file);
     while (_frames.size() > 1 || _scanner.skipBlanks()) {
         if (_frames.back().inList ? !readItem() : !readField()) return NullFC;
+        if (_builder.isTooLarge()) {
+            failMemory();
+            return NullFC;
+        }
     }
     if (_root == NullFC) {
         fail(_scanner.at(), "there is no node in it");
@@ -226,6 +246,7 @@ bool AsciiReader::readUse() {
 }
 
 bool AsciiReader::open(std::string_view typeName, std::string_view definedName, bool defined) {
+    if (!_builder.takeMemory(kOpenOverhead + (defined ? kNameOverhead : 0))) return failMemory();
     Frame frame;
     frame.start = typeName.data();
     frame.type = _types.find(typeName);
@@ -234,6 +255,7 @@ bool AsciiReader::open(std::string_view typeName, std::string_view definedName, 
         warnOnce("type " + name, frame.start,
                  "containers of the unknown type \"" + name + "\" are left out");
     } else {
+        if (frame.type->isNode && ++_nodes <= kMostFreeNodes) _builder.giveMemory(kMemoryOfNode);
         frame.container = _builder.create(*frame.type);
         frame.number = _builder.numCreated() - 1;
         beginEditCP(frame.container, FieldBits::AllFields,
@@ -258,6 +280,7 @@ bool AsciiReader::open(std::string_view typeName, std::string_view definedName, 
 bool AsciiReader::close() {
     Frame frame = _frames.back();
     _frames.pop_back();
+    _builder.giveMemory(kOpenOverhead);
     if (frame.definition != nullptr) frame.definition->open = false;
     if (frame.container == NullFC) {
         Frame& parent = _frames.back();
@@ -324,6 +347,7 @@ bool AsciiReader::deliver(const FieldContainerPtr& child, bool used, const char*
             if (_builder.owns(before)) _builder.holdOrphan(before);
         }
         putPointer(field, *info, child);
+        if (!info->isReleased) _builder.holdUncounted(parent.container, *info, child);
         return true;
     }
     }

@@ -60,6 +60,7 @@ class AsciiReader {
     // Messages
     bool fail(const char* place, const std::string& reason);
     bool failUnexpected(const std::string& expected);
+    bool failMemory();
     void warnOnce(const std::string& kind, const char* place, const std::string& text);
 
     // Containers
@@ -100,6 +101,7 @@ class AsciiReader {
     SceneBuilder _builder;
     std::vector<Frame> _frames;
     NodePtr _root;
+    std::size_t _nodes = 0;
     std::unordered_map<std::string_view, Definition> _definitions;
     /// Some names are not of the form that names must have; only then is looked for such.
     bool _oddNames = false;

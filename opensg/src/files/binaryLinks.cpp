@@ -175,7 +175,9 @@ void BinaryReader::linkPointers(const Record& record, const Link& link) {
 void BinaryReader::count(const Record& record, const FieldInfo& info,
                          const FieldContainerPtr& target) {
     if (!info.isReleased) {
-        _uncounted.push_back(target);
+        // The root has no reference while nobody took it; it stays anyway.
+        if (target != _records.front().container)
+            _builder.holdUncounted(record.container, info, target);
         return;
     }
     addRefCP(target);
@@ -199,10 +201,6 @@ void BinaryReader::finishAll() {
     for (const Record& record : _records) {
         if (record.container != NullFC)
             endEditCP(record.container, FieldBits::AllFields, ChangedOrigin::External);
-    }
-    for (const FieldContainerPtr& target : _uncounted) {
-        // Nothing but a pointer that does not count: held, it cannot dangle.
-        if (target.getRefCount() == 1) addRefCP(target);
     }
 }
 

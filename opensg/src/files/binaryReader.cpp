@@ -13,13 +13,10 @@ namespace osg::files {
 
 namespace {
 
-/// Memory that reading may take, whatever the size of the file ...
-constexpr std::size_t kMemoryAlways = std::size_t(64) << 20;
-/// ... and beyond that for each byte of the file. A file of nothing but names of large containers
-/// would otherwise take fifty times its size.
-constexpr std::size_t kMemoryPerByte = 10;
-/// What a container costs beside its object: bookkeeping here, in the factory and in the heap.
-constexpr std::size_t kContainerOverhead = 128;
+/// What a record and a pointer field of one cost while the file is read: entries in lists that may
+/// be in memory twice while they grow.
+constexpr std::size_t kRecordOverhead = 160;
+constexpr std::size_t kLinkOverhead = 48;
 
 /// Field type names are SF or MF and the name of the values.
 bool isMulti(std::string_view typeName) {
@@ -33,8 +30,8 @@ bool isPointerType(std::string_view typeName) {
 } // namespace
 
 BinaryReader::BinaryReader(const char* begin, const char* end, ReadLog& log)
-    : _bytes(begin, end), _begin(begin), _log(log), _builder(static_cast<std::size_t>(end - begin)),
-      _memoryLeft(kMemoryAlways + kMemoryPerByte * static_cast<std::size_t>(end - begin)) {}
+    : _bytes(begin, end), _begin(begin), _log(log),
+      _builder(static_cast<std::size_t>(end - begin)) {}
 
 bool BinaryReader::fail(const std::string& reason) {
     _log.fail("byte " + std::to_string(_bytes.at() - _begin), reason);
@@ -78,6 +75,7 @@ bool BinaryReader::readRecord(std::string_view typeName) {
     Record record = {0, _links.size(), _types.find(typeName), FieldContainerPtr(), 0};
     if (!_bytes.take(record.id) || record.id == 0)
         return fail("the number of a container is missing");
+    if (!takeMemory(kRecordOverhead)) return false;
     if (record.type == nullptr) {
         const std::string name(typeName);
         _log.warnOnce("type " + name, "byte " + std::to_string(_bytes.at() - _begin),
@@ -86,7 +84,7 @@ bool BinaryReader::readRecord(std::string_view typeName) {
         record.container = _builder.create(*record.type);
         record.number = _builder.numCreated() - 1;
         beginEditCP(record.container, FieldBits::AllFields, ChangedOrigin::External);
-        if (!takeMemory(record.container->getContainerSize() + kContainerOverhead)) return false;
+        if (_builder.isTooLarge()) return fail(SceneBuilder::kTooLarge);
     }
     if (!readBody(record)) return false;
     _records.push_back(record);
@@ -131,7 +129,7 @@ bool BinaryReader::readField(Record& record, std::string_view name, std::size_t&
     if (!checkLink(*info, typeName, bytes))
         return fail("the pointers of the field \"" + std::string(name) + "\" are damaged");
     _links.push_back({info, bytes});
-    return true;
+    return takeMemory(kLinkOverhead);
 }
 
 /// Whether a value that was written as one of `typeName` can be read into a field of another type:
@@ -186,10 +184,7 @@ bool BinaryReader::checkLink(const FieldInfo& info, std::string_view, ByteCursor
 }
 
 bool BinaryReader::takeMemory(std::size_t bytes) {
-    if (bytes > _memoryLeft)
-        return fail("its containers take more memory than a file of its size can be meant to");
-    _memoryLeft -= bytes;
-    return true;
+    return _builder.takeMemory(bytes) || fail(SceneBuilder::kTooLarge);
 }
 
 /// Makes containers found by number; no number may be given twice.

@@ -94,9 +94,6 @@ class BinaryReader {
     UInt32 _firstId = 0;
     bool _dense = false;
     std::vector<TreePlace> _places;
-    /// Containers that fields point at which never count.
-    std::vector<FieldContainerPtr> _uncounted;
-    std::size_t _memoryLeft;
 };
 
 } // namespace osg::files

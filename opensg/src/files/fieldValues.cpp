@@ -223,7 +223,7 @@ struct SingleText {
         ValueText<Value>::print(static_cast<const F&>(field).getValue(), printer);
     }
 
-    static constexpr FieldText kText = {&read, &print, nullptr, nullptr};
+    static constexpr FieldText kText = {&read, &print, nullptr, nullptr, sizeof(Value)};
 };
 
 template <class F>
@@ -262,7 +262,7 @@ struct MultiText {
     static void clear(Field& field) { static_cast<F&>(field).clear(); }
     static void trim(Field& field) { static_cast<F&>(field).getValues().shrink_to_fit(); }
 
-    static constexpr FieldText kText = {&read, &print, &clear, &trim};
+    static constexpr FieldText kText = {&read, &print, &clear, &trim, sizeof(Value)};
 };
 
 ValueResult readAsText(Field& field, ValueReader& reader) {
@@ -283,7 +283,8 @@ void printAsText(const Field& field, ValuePrinter& printer) {
     if (multi) printer.out.put('\n');
 }
 
-constexpr FieldText kConvertedText = {&readAsText, &printAsText, nullptr, nullptr};
+constexpr FieldText kConvertedText = {&readAsText, &printAsText, nullptr, nullptr,
+                                      sizeof(std::string)};
 
 struct Table {
     std::unordered_map<UInt32, const FieldText*> texts;

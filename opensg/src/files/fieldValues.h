@@ -33,6 +33,8 @@ struct FieldText {
     /// single fields and for types that only know their own text.
     void (*clear)(Field& field);
     void (*trim)(Field& field);
+    /// Bytes that a value takes in memory; a text may take as many again as it is long.
+    std::size_t size;
 };
 
 /// The text of a field type. For types that are not OpenSG's own it is the text that the field

@@ -22,12 +22,14 @@ std::string oneLine(std::string text) {
 
 } // namespace
 
+bool ReadLog::isFull() const {
+    return _warnings.size() == kMostWarnings;
+}
+
 void ReadLog::warnOnce(const std::string& kind, const std::string& place, const std::string& text) {
-    if (_warnings.size() == kMostWarnings) {
-        ++_untold;
-        return;
-    }
-    if (!_told.insert(kind).second) return;
+    if (_told.count(kind) != 0) return;
+    if (isFull()) return countUntold();
+    _told.insert(kind);
     _warnings.push_back(oneLine(_fileName + (place.empty() ? "" : ", ") + place + ": " + text));
 }
 

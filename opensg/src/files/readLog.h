@@ -24,6 +24,10 @@ class ReadLog {
     /// Whether a kind of problem is still to be told.
     bool isNew(const std::string& kind) const { return _told.count(kind) == 0; }
 
+    /// Whether there are so many warnings that more of them are only counted, and the way to that.
+    bool isFull() const;
+    void countUntold() { ++_untold; }
+
     /// Writes the warnings: reading has come to a good end.
     void succeed();
 

@@ -39,17 +39,23 @@ SceneBuilder::~SceneBuilder() {
     if (!_released) takeApart();
 }
 
+/// Notes a container that was just made, for which there is a place already.
+void SceneBuilder::count(const FieldContainerPtr& container) {
+    _created.back().id = getContainerId(container);
+    takeMemory(container->getContainerSize() + kContainerOverhead);
+}
+
 FieldContainerPtr SceneBuilder::create(const TypeInfo& type) {
     _created.push_back({0, false});
     const FieldContainerPtr container = type.type->createFieldContainer();
-    _created.back().id = getContainerId(container);
+    count(container);
     return container;
 }
 
 NodePtr SceneBuilder::makeNode(const NodeCorePtr& core) {
     _created.push_back({0, true});
     const NodePtr node = Node::create();
-    _created.back().id = getContainerId(node);
+    count(node);
     if (core != NullFC)
         node->setCore(core);
     else
@@ -61,7 +67,7 @@ void SceneBuilder::ensureCore(const NodePtr& node) {
     if (node->getCore() != NullFC) return;
     _created.push_back({0, true});
     const GroupPtr group = Group::create();
-    _created.back().id = getContainerId(group);
+    count(group);
     node->setCore(group);
 }
 
@@ -73,6 +79,12 @@ void SceneBuilder::holdOrphan(const FieldContainerPtr& container) {
 void SceneBuilder::holdShared(const FieldContainerPtr& container) {
     _shared.push_back(container);
     addRefCP(container);
+}
+
+void SceneBuilder::holdUncounted(const FieldContainerPtr& holder, const FieldInfo& field,
+                                 const FieldContainerPtr& target) {
+    _uncounted.push_back({getContainerId(holder), &field, target});
+    addRefCP(target);
 }
 
 bool SceneBuilder::owns(const FieldContainerPtr& container) const {
@@ -99,13 +111,20 @@ bool SceneBuilder::mayMove(const NodePtr& node) {
     return true;
 }
 
+bool SceneBuilder::stillPoints(const Uncounted& pointer) {
+    const FieldContainerPtr holder = FieldContainerFactory::the()->getContainer(pointer.holder);
+    return holder != NullFC &&
+           pointerAt(*holder->getField(pointer.field->id), *pointer.field, 0) == pointer.target;
+}
+
 void SceneBuilder::release() {
     _released = true;
     for (FieldContainerPtr& orphan : _orphans)
         subRefCP(orphan);
-    for (FieldContainerPtr& shared : _shared) {
-        // What only fields point at that do not count must not go: they would dangle.
-        if (shared.getRefCount() > 1) subRefCP(shared);
+    for (FieldContainerPtr& shared : _shared)
+        subRefCP(shared);
+    for (Uncounted& pointer : _uncounted) {
+        if (pointer.target.getRefCount() > 1 || !stillPoints(pointer)) subRefCP(pointer.target);
     }
 }
 
@@ -122,15 +141,18 @@ void SceneBuilder::takeApart() {
         if (!created.counted) forgetPointers(container, types.of(container));
     }
     // Everything is held once more, so nothing is destroyed while the parts come off, and then
-    // each container goes alone.
-    for (const FieldContainerPtr& container : all)
-        detachParts(container);
+    // each container goes alone. What is shared knows those that share it in the order in which
+    // they came; it looks for them from the last one on.
+    for (auto container = all.rbegin(); container != all.rend(); ++container)
+        detachParts(*container);
     for (FieldContainerPtr& held : _orphans)
         subRefCP(held);
     for (FieldContainerPtr& held : _shared)
         subRefCP(held);
-    for (FieldContainerPtr& container : all)
-        subRefCP(container);
+    for (Uncounted& held : _uncounted)
+        subRefCP(held.target);
+    for (auto container = all.rbegin(); container != all.rend(); ++container)
+        subRefCP(*container);
 }
 
 } // namespace osg::files

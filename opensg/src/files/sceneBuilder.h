@@ -17,12 +17,36 @@ namespace osg::files {
 /// points at what by then.
 class SceneBuilder {
   public:
-    /// `inputSize` bounds the work that is spent on searching for cycles and on moving nodes.
-    explicit SceneBuilder(std::size_t inputSize) : _stepsLeft(16 * inputSize + 1000000) {}
+    /// `inputSize`, in bytes of text or of unpacked binary data, bounds the memory that may be
+    /// taken and the work that is spent on searching for cycles and on moving nodes.
+    explicit SceneBuilder(std::size_t inputSize)
+        : _stepsLeft(16 * inputSize + 1000000),
+          // The input is in memory itself.
+          _memoryLeft(kMemoryAlways + (kMemoryPerByte - 1) * inputSize) {}
     ~SceneBuilder();
 
     SceneBuilder(const SceneBuilder&) = delete;
     SceneBuilder& operator=(const SceneBuilder&) = delete;
+
+    /// What is said of a file whose scene would take too much memory.
+    static constexpr char kTooLarge[] =
+        "its containers take more memory than a file of its size can be meant to";
+
+    /// Counts memory that the scene or its reader takes. \return false when it is too much: the
+    /// file must then be refused.
+    bool takeMemory(std::size_t bytes) {
+        if (bytes > _memoryLeft)
+            _tooLarge = true;
+        else
+            _memoryLeft -= bytes;
+        return !_tooLarge;
+    }
+
+    /// Says that memory is no longer taken, or may be taken on top of the limit.
+    void giveMemory(std::size_t bytes) { _memoryLeft += bytes; }
+
+    /// Whether too much memory was taken, be it for containers made here.
+    bool isTooLarge() const { return _tooLarge; }
 
     /// A new container. Its pointer fields count as filled but not counted until markCounted().
     FieldContainerPtr create(const TypeInfo& type);
@@ -46,6 +70,12 @@ class SceneBuilder {
     /// Keeps alive what stands in several places while these are put together.
     void holdShared(const FieldContainerPtr& container);
 
+    /// Keeps alive what a field of `holder` points at that does not count, also behind the end if
+    /// that pointer is all that there is to it and is still there: it would dangle. The field's
+    /// description must live until release().
+    void holdUncounted(const FieldContainerPtr& holder, const FieldInfo& field,
+                       const FieldContainerPtr& target);
+
     /// Whether the container was made here.
     bool owns(const FieldContainerPtr& container) const;
 
@@ -60,17 +90,38 @@ class SceneBuilder {
     void release();
 
   private:
+    /// Memory that reading may take, whatever the size of the file ...
+    static constexpr std::size_t kMemoryAlways = std::size_t(64) << 20;
+    /// ... and beyond that for each byte of the file. A file of nothing but names of large
+    /// containers would otherwise take a hundred times its size.
+    static constexpr std::size_t kMemoryPerByte = 10;
+    /// What a container costs beside its object: bookkeeping here, in the factory and in what it
+    /// belongs to, and in the heap.
+    static constexpr std::size_t kContainerOverhead = 96;
+
+    void count(const FieldContainerPtr& container);
+
     struct Created {
         UInt32 id;
         bool counted;
     };
 
+    struct Uncounted {
+        UInt32 holder;
+        const FieldInfo* field;
+        FieldContainerPtr target;
+    };
+
+    static bool stillPoints(const Uncounted& pointer);
     void takeApart();
 
     std::vector<Created> _created;
     std::vector<FieldContainerPtr> _orphans;
     std::vector<FieldContainerPtr> _shared;
+    std::vector<Uncounted> _uncounted;
     std::size_t _stepsLeft;
+    std::size_t _memoryLeft;
+    bool _tooLarge = false;
     bool _released = false;
 };
 

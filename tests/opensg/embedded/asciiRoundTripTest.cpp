@@ -2,6 +2,7 @@
 
 #include "opensg/embedded/fileContainers.h"
 #include "opensg/sceneFileSupport.h"
+#include "support/commaLocale.h"
 
 #include <OpenSG/OSGGroup.h>
 #include <OpenSG/OSGLoader.h>
@@ -10,7 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -498,18 +498,26 @@ TEST(AsciiRoundTrip, internalAttachmentsAndFieldsAreLeftOut) {
 }
 
 TEST(AsciiRoundTrip, theLocaleDoesNotMatter) {
-    const char* const names[] = {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8"};
-    const char* locale = nullptr;
-    for (const char* name : names)
-        if (locale == nullptr) locale = std::setlocale(LC_NUMERIC, name);
-    const Scene scene(makeNode());
-    attach<FileValues>(scene.root())->setReal32(1.5f);
-    const Copy copy(scene);
-    std::setlocale(LC_NUMERIC, "C");
-    // Where no such locale is installed this shows the same as the other tests.
-    ASSERT_NE(copy.root(), NullFC);
-    EXPECT_TRUE(contains(copy.text(), "real32 1.5\n"));
-    EXPECT_EQ(copy.attachment<FileValues>()->getReal32(), 1.5f);
+    const Scene scene(readText(testData("cores.osg")));
+    ASSERT_FALSE(scene.isNull());
+    FileValuesPtr values = FileValues::create();
+    values->setReal32(1234567.5f);
+    values->setUInt32(1234567);
+    scene->addAttachment(values);
+    const std::string text = writeText(scene.root());
+    const std::string binary = writeText(Scene(readText(text)).root(), "osb");
+    ASSERT_TRUE(contains(text, "real32 1234567.5\n"));
+
+    const kvtest::CommaLocale comma;
+    EXPECT_EQ(writeText(scene.root()), text);
+    const Scene copy(readText(text));
+    ASSERT_FALSE(copy.isNull());
+    const FileValuesPtr read = copy.attachment<FileValues>(copy.at({0}));
+    EXPECT_EQ(read->getReal32(), 1234567.5f);
+    EXPECT_EQ(read->getUInt32(), 1234567u);
+    EXPECT_EQ(writeText(copy.root(), "osb").size(), binary.size());
+    EXPECT_EQ(writeText(copy.at({0})), text);
+    RecordProperty("localeWithCommaFound", comma.isInstalled() ? 1 : 0);
 }
 
 // --- the writer and the loader by themselves ---------------------------------------------------

@@ -3,9 +3,14 @@
 #include "opensg/embedded/fileContainers.h"
 #include "opensg/sceneFileSupport.h"
 
+#include <OpenSG/OSGAction.h>
 #include <OpenSG/OSGGroup.h>
 
 #include <gtest/gtest.h>
+
+#if defined(__unix__)
+#include <pthread.h>
+#endif
 
 using namespace osg;
 
@@ -64,6 +69,47 @@ TEST(DeepScene, nestedNodesInBinaryForm) {
     }
     EXPECT_EQ(countContainers(), before);
 }
+
+#if defined(__unix__)
+
+Action::ResultE goOn(NodePtr&) {
+    return Action::Continue;
+}
+
+/// Everything that is done with a scene, from both formats.
+void readTraverseAndDestroy() {
+    for (const char* format : {"osg", "osb"}) {
+        std::string content = nestedText(kDepth);
+        if (format == std::string("osb"))
+            content = writeText(Scene(readText(content)).root(), "osb");
+        const Scene scene(readText(content, format));
+        ASSERT_FALSE(scene.isNull()) << format;
+        EXPECT_EQ(
+            traverse(scene.root(), osgTypedFunctionFunctor1CPtrRef<Action::ResultE, NodePtr>(goOn)),
+            Action::Continue);
+        EXPECT_EQ(depthOf(scene.root()), kDepth);
+        scene->updateVolume();
+    }
+}
+
+void* runOnThread(void*) {
+    readTraverseAndDestroy();
+    return nullptr;
+}
+
+TEST(DeepScene, needsNoMoreThanASmallStack) {
+    const std::size_t before = countContainers();
+    pthread_attr_t attributes;
+    ASSERT_EQ(pthread_attr_init(&attributes), 0);
+    ASSERT_EQ(pthread_attr_setstacksize(&attributes, 256 * 1024), 0);
+    pthread_t thread;
+    ASSERT_EQ(pthread_create(&thread, &attributes, runOnThread, nullptr), 0);
+    EXPECT_EQ(pthread_join(thread, nullptr), 0);
+    pthread_attr_destroy(&attributes);
+    EXPECT_EQ(countContainers(), before);
+}
+
+#endif
 
 TEST(DeepScene, thatIsCutOffLeavesNothing) {
     const std::size_t before = countContainers();
