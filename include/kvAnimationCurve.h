@@ -16,6 +16,10 @@
 #include <string>
 #include <vector>
 
+namespace kv::detail {
+struct CurveBinding;
+} // namespace kv::detail
+
 /// A list of keys together with what it animates: the attribute's name, the scene-graph node, the
 /// binding to one scalar of one field, and how the curve editor shows it.
 ///
@@ -97,9 +101,7 @@ class KV_ANIMATIONS_API kvAnimationCurve : public kvControlPointManager {
     /// is not a node.
     osg::NodePtr getAppropriateNode() const;
 
-    void setAnimationField(const kvAnimationUtils2::AnimationField& field) {
-        animationField = field;
-    }
+    void setAnimationField(const kvAnimationUtils2::AnimationField& field);
     kvAnimationUtils2::AnimationField getAnimationField() const { return animationField; }
 
     /// @}
@@ -151,6 +153,7 @@ class KV_ANIMATIONS_API kvAnimationCurve : public kvControlPointManager {
   private:
     friend class kvAnimationBlock;
     friend class kvAnimationManager2;
+    friend struct kv::detail::CurveBinding;
     friend struct kvTestAccess<kvAnimationCurve>;
 
     class FrameChange;
@@ -163,6 +166,7 @@ class KV_ANIMATIONS_API kvAnimationCurve : public kvControlPointManager {
 
     static std::uint32_t _idCount;
 
+    std::uint64_t bindingStamp = 0; // 0 is the binding to nothing; see CurveBinding
     std::string name = "init";
     const char* curveType = "linear";
     bool autocomputeTangents = true;

@@ -35,6 +35,16 @@ inline osg::NodePtr makeTransform() {
     return node;
 }
 
+/// A curve bound to the number of the node's transform that the attribute names.
+inline kvAnimationCurve* makeCurve(const osg::NodePtr& node, const char* attribute,
+                                   std::size_t keys) {
+    auto* const curve = new kvAnimationCurve(attribute);
+    curve->setAppropriateNode(node);
+    kvAnimationUtils2::createAnimationField(curve);
+    fillCurve(*curve, keys);
+    return curve;
+}
+
 /// Makes bound curves, nine for a transform, all transforms under one root.
 class CurveMaker {
   public:
@@ -45,11 +55,7 @@ class CurveMaker {
             _node = makeTransform();
             _root->addChild(_node);
         }
-        auto* const curve = new kvAnimationCurve(kAttributes[_made++ % kAttributes.size()]);
-        curve->setAppropriateNode(_node);
-        kvAnimationUtils2::createAnimationField(curve);
-        fillCurve(*curve, keys);
-        return curve;
+        return makeCurve(_node, kAttributes[_made++ % kAttributes.size()], keys);
     }
 
   private:

@@ -5,3 +5,36 @@ for depth in 1 2 4; do
         "$(of kv_bench_ladder "clipTick/blocks:100/depth:$depth" | awk '{ print $1 / 1000 }')" \
         1.3 ns "the same of 100 blocks"
 done
+
+# besidePeer HOW N: medians of a tick of N curves, here and in the peer's way HOW, taken in turns,
+# into ${here} and ${there}; the latter is empty when the peer is not installed.
+besidePeer() {
+    local i
+    : > "$work/here.txt"
+    : > "$work/there.txt"
+    for ((i = 0; i < runs; ++i)); do
+        "$bin/kv_bench_scene_tick" curves "$2" >> "$work/here.txt"
+        [[ ! -x $bin/kv_bench_peer_scene_tick ]] ||
+            "$bin/kv_bench_peer_scene_tick" "$1" "$2" >> "$work/there.txt"
+    done
+    here=$(median < "$work/here.txt")
+    there=$(median < "$work/there.txt")
+}
+
+sceneTick() { # MODE N: the median over fresh processes
+    local i
+    for ((i = 0; i < runs; ++i)); do "$bin/kv_bench_scene_tick" "$@"; done | median
+}
+
+declare -A eachCurve
+for curves in 1000 10000 100000; do
+    besidePeer stacked "$curves"
+    eachCurve[$curves]=$here
+    ratio "a tick of a clip of $((curves / 10)) blocks with 10 curves of 100 keys, written and read, a curve" \
+        "$here" "$there" 1.0 ns "OpenSceneGraph's animation manager and stacked transforms"
+done
+besidePeer callback 10000
+note "A tick of 10,000 curves beside OpenSceneGraph with a callback that makes each matrix at once: $here ns a curve, there ${there:-not measured}."
+ratio "a curve of the tick of 100,000" "${eachCurve[100000]}" "${eachCurve[1000]}" 2.5 ns "of 1,000"
+ratio "tick 36,000 of a global playback" "$(sceneTick global 36000)" "$(sceneTick global 60)" 1.2 ns "tick 60"
+figure "allocations of 100 warm ticks of a clip of 1000 blocks" "$(sceneTick allocations 10000)" 0 ""

@@ -4,6 +4,7 @@
 #include "OSGTransformAttachment.h"
 
 #include <cmath>
+#include <cstring>
 
 OSG_BEGIN_NAMESPACE
 
@@ -38,10 +39,12 @@ struct Rotation {
     double x, y, z, w;
 };
 
-Rotation aboutAxis(UInt32 axis, double degrees) {
-    const double half = degrees * kDegreesToRadians / 2.0;
-    const double s = std::sin(half);
-    return {axis == 0 ? s : 0.0, axis == 1 ? s : 0.0, axis == 2 ? s : 0.0, std::cos(half)};
+double halfInRadians(Real32 degrees) {
+    return double(degrees) * kDegreesToRadians / 2.0;
+}
+
+Rotation aboutAxis(UInt32 axis, double sine, double cosine) {
+    return {axis == 0 ? sine : 0.0, axis == 1 ? sine : 0.0, axis == 2 ? sine : 0.0, cosine};
 }
 
 /// b turns first, then a.
@@ -52,17 +55,43 @@ Rotation product(const Rotation& a, const Rotation& b) {
             a.w * b.w - a.x * b.x - a.y * b.y - a.z * b.z};
 }
 
-} // namespace
-
-Quaternion EulerAngles::toQuaternion(const Vec3f& degrees, Int32 order) {
+/// Of the rotation about each axis.
+Quaternion inOrder(const Rotation (&turns)[3], Int32 order) {
     const Axes axes = axesOf(order);
-    const Rotation q = product(aboutAxis(axes.last, degrees[axes.last]),
-                               product(aboutAxis(axes.middle, degrees[axes.middle]),
-                                       aboutAxis(axes.first, degrees[axes.first])));
+    const Rotation q = product(turns[axes.last], product(turns[axes.middle], turns[axes.first]));
     Quaternion result;
     result.setValueAsQuat(static_cast<Real32>(q.x), static_cast<Real32>(q.y),
                           static_cast<Real32>(q.z), static_cast<Real32>(q.w));
     return result;
+}
+
+/// Whether two angles have the same sine, also for zeros with a sign and for what is no number.
+bool isSameAngle(Real32 a, Real32 b) {
+    return std::memcmp(&a, &b, sizeof(a)) == 0;
+}
+
+} // namespace
+
+Quaternion EulerAngles::toQuaternion(const Vec3f& degrees, Int32 order) {
+    Rotation turns[3];
+    for (UInt32 axis = 0; axis < 3; ++axis) {
+        const double half = halfInRadians(degrees[axis]);
+        turns[axis] = aboutAxis(axis, std::sin(half), std::cos(half));
+    }
+    return inOrder(turns, order);
+}
+
+Quaternion EulerRotation::toQuaternion(const Vec3f& degrees, Int32 order) {
+    Rotation turns[3];
+    for (UInt32 axis = 0; axis < 3; ++axis) {
+        Turn& turn = _turns[axis];
+        if (!isSameAngle(turn.degrees, degrees[axis])) {
+            const double half = halfInRadians(degrees[axis]);
+            turn = {degrees[axis], std::sin(half), std::cos(half)};
+        }
+        turns[axis] = aboutAxis(axis, turn.sine, turn.cosine);
+    }
+    return inOrder(turns, order);
 }
 
 Vec3f EulerAngles::fromQuaternion(const Quaternion& rotation, Int32 order) {

@@ -21,4 +21,20 @@ struct KV_OPENSG_EXT_API EulerAngles {
     static Vec3f fromQuaternion(const Quaternion& rotation, Int32 order);
 };
 
+/// EulerAngles::toQuaternion, to the last bit, for angles that change one at a time: the sine and
+/// cosine of an angle are computed when it differs from the one before.
+class KV_OPENSG_EXT_API EulerRotation {
+  public:
+    Quaternion toQuaternion(const Vec3f& degrees, Int32 order);
+
+  private:
+    // Of half the angle, about one axis.
+    struct Turn {
+        Real32 degrees = 0.0f;
+        double sine = 0.0;
+        double cosine = 1.0;
+    };
+    Turn _turns[3];
+};
+
 OSG_END_NAMESPACE

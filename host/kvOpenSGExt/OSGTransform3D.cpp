@@ -40,7 +40,7 @@ void Transform3D::setRotationAngles(const Vec3f& degrees, Int32 order) {
     // A copy: the argument may be the field itself.
     const Vec3f angles = degrees;
     setEulerR(angles);
-    setRotation(EulerAngles::toQuaternion(angles, order));
+    setRotation(_rotation.toQuaternion(angles, order));
     _applied = angles;
     for (UInt32 i = 0; i < getParents().getSize(); ++i) {
         const TransformAttachmentPtr attachment =

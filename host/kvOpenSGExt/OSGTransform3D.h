@@ -8,6 +8,7 @@
 #include <OpenSG/OSGVec3fFields.h>
 
 #include "OSGContainerTable.h"
+#include "OSGEulerAngles.h"
 
 OSG_BEGIN_NAMESPACE
 
@@ -45,6 +46,7 @@ class KV_OPENSG_EXT_API Transform3D : public ComponentTransform {
     bool isRead(void);
 
     Vec3f _applied;
+    EulerRotation _rotation; // copies start anew
 };
 
 KV_CONTAINER_INLINE(Transform3D)

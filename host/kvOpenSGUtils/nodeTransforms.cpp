@@ -71,7 +71,11 @@ void setParts(const TransformPtr& transform, const MatrixParts& parts) {
 
 TransformPtr ownTransform(const osg::NodePtr& node) {
     if (node == NullFC) return NullFC;
-    return TransformPtr::dcast(node->getCore());
+    const osg::NodeCorePtr core = node->getCore();
+    // A cast to the very type of an object is quick, one to a base class looks for it.
+    if (core != NullFC && core->getType().getId() == osg::Transform3D::getClassType().getId())
+        return Transform3DPtr::dcast(core);
+    return TransformPtr::dcast(core);
 }
 
 /// The transform core of a node or of its parent, and the node that carries it.
@@ -100,8 +104,8 @@ void store(const Vec3f& from, float& x, float& y, float& z) {
 }
 
 /// The attachment that tells a node's rotation: its own, else that of the node with its transform.
-TransformAttachmentPtr findAngles(const osg::NodePtr& node, const osg::NodePtr& transformNode) {
-    const TransformAttachmentPtr own = TransformAttachment::find(node);
+TransformAttachmentPtr findAngles(const TransformAttachmentPtr& own, const osg::NodePtr& node,
+                                  const osg::NodePtr& transformNode) {
     if (own != NullFC || transformNode == node) return own;
     return TransformAttachment::find(transformNode);
 }
@@ -179,7 +183,8 @@ void kvNodeUtils::setTransformNodeTranslation(const osg::NodePtr& node, float x,
 
 bool kvNodeUtils::getTransformNodeRotation(const osg::NodePtr& node, float& x, float& y, float& z) {
     const Transformed transformed = transformOf(node);
-    const TransformAttachmentPtr attachment = findAngles(node, transformed.node);
+    const TransformAttachmentPtr attachment =
+        findAngles(TransformAttachment::find(node), node, transformed.node);
     if (attachment != NullFC) {
         store(attachment->getRotationAngles(), x, y, z);
         return true;
@@ -196,12 +201,14 @@ void kvNodeUtils::setTransformNodeRotation(const osg::NodePtr& node, float x, fl
                                            int order) {
     if (node == NullFC) return;
     const Transformed transformed = transformOf(node);
+    const TransformAttachmentPtr own = TransformAttachment::find(node);
     if (order < 0 || order >= TransformAttachment::OrderCount) {
-        const TransformAttachmentPtr known = findAngles(node, transformed.node);
+        const TransformAttachmentPtr known = findAngles(own, node, transformed.node);
         order = known != NullFC ? known->getRotationOrder() : int(TransformAttachment::XYZ);
     }
     const Vec3f degrees(x, y, z);
-    const TransformAttachmentPtr attachment = TransformAttachment::findOrCreate(node);
+    const TransformAttachmentPtr attachment =
+        own != NullFC ? own : TransformAttachment::findOrCreate(node);
     if (attachment != NullFC) attachment->set(degrees, order);
     if (transformed.core == NullFC) return;
     if (transformed.node != node) {

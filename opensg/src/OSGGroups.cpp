@@ -30,12 +30,55 @@ void Transform::changed(BitVector whichField, UInt32 origin) {
     Inherited::changed(whichField, origin);
 }
 
+void Transform::copyToBin(BinaryDataHandler& memory, const BitVector& whichField) {
+    finishMatrix();
+    Inherited::copyToBin(memory, whichField);
+}
+
+void Transform::copyFromBin(BinaryDataHandler& memory, const BitVector& whichField) {
+    finishMatrix();
+    Inherited::copyFromBin(memory, whichField);
+}
+
+void Transform::executeSyncImpl(Transform* other, const BitVector& whichField) {
+    finishMatrix();
+    other->finishMatrix();
+    Inherited::executeSyncImpl(other, whichField);
+}
+
+Field* Transform::fieldMatrix() {
+    finishMatrix();
+    _fieldIsKnown.isSet = true;
+    return Inherited::fieldMatrix();
+}
+
+void Transform::postponeMatrix() {
+    _isPostponed = true;
+    if (_fieldIsKnown.isSet) makeMatrix();
+}
+
+osg::Matrix Transform::postponedMatrix() const {
+    return Inherited::getMatrix();
+}
+
+void Transform::makeMatrix() {
+    _isPostponed = false;
+    Inherited::setMatrix(postponedMatrix());
+}
+
+osg::Matrix ComponentTransform::postponedMatrix() const {
+    osg::Matrix matrix;
+    matrix.setTransform(_edited.translation, _edited.rotation, _edited.scale,
+                        _edited.scaleOrientation, _edited.center);
+    return matrix;
+}
+
 void ComponentTransform::changed(BitVector whichField, UInt32 origin) {
     constexpr BitVector parts = CenterFieldMask | RotationFieldMask | ScaleFieldMask |
                                 ScaleOrientationFieldMask | TranslationFieldMask;
     if ((whichField & parts) != 0) {
-        editMatrix().setTransform(getTranslation(), getRotation(), getScale(),
-                                  getScaleOrientation(), getCenter());
+        _edited = {getTranslation(), getRotation(), getScale(), getScaleOrientation(), getCenter()};
+        postponeMatrix();
         whichField |= MatrixFieldMask;
     } else if ((whichField & MatrixFieldMask) != 0) {
         getMatrix().getTransform(editTranslation(), editRotation(), editScale(),

@@ -42,6 +42,7 @@ FieldTarget targetAt(const osg::FieldDescription& description, osg::UInt32 index
     target.mask = description.getFieldMask();
     target.access = numberAccessOf(field.getType());
     target.single = field.getCardinality() == osg::FieldType::SINGLE_FIELD;
+    target.fixedCount = target.single && target.access != nullptr ? target.access->count(field) : 0;
     return target;
 }
 
@@ -63,8 +64,7 @@ void makePlan(const osg::FieldContainerPtr& container, const std::string& fieldN
 }
 
 bool fits(const FieldPlan& plan, const osg::FieldContainerType& type, const std::string& name) {
-    return plan.type == &type && plan.descriptionCount == type.getNumFieldDescs() &&
-           plan.fieldName == name;
+    return plan.isFor(type) && plan.fieldName == name;
 }
 
 // Two levels: a small table that is hit on nearly every write and costs one comparison of names,

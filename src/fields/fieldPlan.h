@@ -6,7 +6,9 @@
 
 #include <OpenSG/OSGFieldContainer.h>
 #include <OpenSG/OSGFieldContainerPtr.h>
+#include <OpenSG/OSGFieldContainerType.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -21,6 +23,7 @@ struct FieldTarget {
     osg::UInt32 index; ///< for getField
     osg::BitVector mask;
     const NumberAccess* access; ///< null for a field that only has text
+    std::size_t fixedCount;     ///< how many numbers a field of one value has; 0 for lists
     bool single;
 };
 
@@ -28,6 +31,11 @@ struct FieldTarget {
 struct FieldPlan {
     enum class Container { Other, Node, CameraSetting };
     enum class Name { Other, FieldOfView, From, At, Up };
+
+    /// Whether the plan is one for this type as it is now.
+    bool isFor(const osg::FieldContainerType& other) const {
+        return type == &other && descriptionCount == other.getNumFieldDescs();
+    }
 
     const osg::FieldContainerType* type = nullptr;
     osg::UInt32 descriptionCount = 0; ///< of the type when the plan was made; types can grow

@@ -5,6 +5,7 @@
 
 #include <kvAnimationUtils2.h>
 
+#include "fields/boundWriter.h"
 #include "fields/fieldPlan.h"
 #include "fields/specialQuantities.h"
 
@@ -70,32 +71,57 @@ void writeField(const osg::FieldContainerPtr& container, const FieldTarget& targ
         writeText(container, target, *field, position, value);
         return;
     }
-    if (position >= target.access->count(*field)) return;
+    const std::size_t count =
+        target.fixedCount != 0 ? target.fixedCount : target.access->count(*field);
+    if (position >= count) return;
     if (value != value && !target.access->takesNaN) return;
     osg::beginEditCP(container, target.mask);
     target.access->write(*field, position, value);
     osg::endEditCP(container, target.mask);
 }
 
-void writeFields(const osg::FieldContainerPtr& container, const FieldPlan& plan,
-                 const Field& field) {
-    const float value = stored(field.value, plan.name);
-    if (plan.container != FieldPlan::Container::CameraSetting) {
-        for (const FieldTarget& target : plan.targets)
-            writeField(container, target, field.valuePosition, value);
-        return;
-    }
+void writeCamera(const osg::FieldContainerPtr& container, const FieldPlan& plan, unsigned position,
+                 float value) {
     const osg::CameraSettingPtr camera = osg::CameraSettingPtr::dcast(container);
     const bool movesCamera = plan.name == FieldPlan::Name::From ||
                              plan.name == FieldPlan::Name::At || plan.name == FieldPlan::Name::Up;
     for (const FieldTarget& target : plan.targets) {
         if (camera->getIsViewpoint()) {
-            writeHostCamera(plan.name, field.valuePosition, field.value);
+            writeHostCamera(plan.name, position, value);
             continue;
         }
-        writeField(container, target, field.valuePosition, value);
+        writeField(container, target, position, stored(value, plan.name));
         if (movesCamera) kv::detail::handToHostCamera(camera);
     }
+}
+
+void writeFields(const osg::FieldContainerPtr& container, const FieldPlan& plan, unsigned position,
+                 float value) {
+    if (plan.container == FieldPlan::Container::CameraSetting) {
+        writeCamera(container, plan, position, value);
+        return;
+    }
+    for (const FieldTarget& target : plan.targets)
+        writeField(container, target, position, stored(value, plan.name));
+}
+
+// The plan and the special quantity are what the names of the binding mean for this container.
+void writeBound(const osg::FieldContainerPtr& container, const FieldPlan& plan, Special special,
+                unsigned position, float value) {
+    const FieldPlan::Container kind = plan.container;
+    if (special == Special::None) {
+        writeFields(container, plan, position, value);
+        return;
+    }
+    const std::uint32_t id = osg::getContainerId(container);
+    writeFields(container, plan, position, value);
+    // Written after the fields, whose edits may have made the host destroy the container.
+    const osg::FieldContainerPtr still = kv::detail::containerById(id);
+    if (still == osg::NullFC) return;
+    if (kind == FieldPlan::Container::Node)
+        kv::detail::writeSpecial(osg::NodePtr::dcast(still), special, value);
+    else
+        kv::detail::writeSpecial(osg::CameraSettingPtr::dcast(still), special, value);
 }
 
 float readField(const osg::FieldContainerPtr& container, const FieldTarget& target,
@@ -117,18 +143,26 @@ void kvAnimationUtils2::setRealFieldValue(const AnimationField& field) {
     if (container == osg::NullFC) return;
     FieldPlan spare;
     const FieldPlan& plan = kv::detail::planFor(container, field.globalFieldName, spare);
-    const FieldPlan::Container kind = plan.container;
-    writeFields(container, plan, field);
+    writeBound(container, plan, kv::detail::specialOf(plan.container, field.fieldName),
+               field.valuePosition, field.value);
+}
 
-    const Special special = kv::detail::specialOf(kind, field.fieldName);
-    if (special == Special::None) return;
-    // Written after the fields, whose edits may have made the host destroy the container.
-    const osg::FieldContainerPtr still = kv::detail::containerById(field.fcId);
-    if (still == osg::NullFC) return;
-    if (kind == FieldPlan::Container::Node)
-        kv::detail::writeSpecial(osg::NodePtr::dcast(still), special, field.value);
-    else
-        kv::detail::writeSpecial(osg::CameraSettingPtr::dcast(still), special, field.value);
+bool kv::detail::BoundWriter::knows(const osg::FieldContainerType& type) const {
+    return _plan != nullptr && _plan->isFor(type);
+}
+
+void kv::detail::BoundWriter::write(const Field& binding, float value) {
+    const osg::FieldContainerPtr container = containerById(_container);
+    if (container == osg::NullFC) return;
+    if (knows(container->getType())) {
+        writeBound(container, *_plan, _special, _position, value);
+        return;
+    }
+    FieldPlan spare;
+    const FieldPlan& plan = planFor(container, binding.globalFieldName, spare);
+    _special = specialOf(plan.container, binding.fieldName);
+    _plan = &plan == &spare ? nullptr : &plan;
+    writeBound(container, plan, _special, _position, value);
 }
 
 float kvAnimationUtils2::getRealFieldValue(const AnimationField& field) {

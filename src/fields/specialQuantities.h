@@ -9,6 +9,7 @@
 
 #include <OSGCameraSetting.h>
 
+#include <cstdint>
 #include <string>
 
 /// @file
@@ -18,7 +19,7 @@
 namespace kv::detail {
 
 /// The special quantities, by the name of a binding.
-enum class Special {
+enum class Special : std::uint8_t {
     None,
     RotationX,
     RotationY,

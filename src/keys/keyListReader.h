@@ -35,7 +35,12 @@ struct KeyListReader {
         return list.firstAfterFrame(frame);
     }
 
-    /// What the list remembers for the evaluation; null if there is no room for it.
+    /// What the list remembers for the evaluation, null before the first one.
+    static const SegmentMemory* knownMemoryOf(const kvControlPointManager& list) {
+        return list.segmentMemory.load(std::memory_order_acquire);
+    }
+
+    /// The same, made if need be; null if there is no room for it.
     static SegmentMemory* memoryOf(const kvControlPointManager& list) {
         SegmentMemory* const memory = list.segmentMemory.load(std::memory_order_acquire);
         return memory != nullptr ? memory : list.makeSegmentMemory();

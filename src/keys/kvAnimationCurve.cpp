@@ -3,6 +3,7 @@
 
 #include "keys/sceneNodes.h"
 
+#include <atomic>
 #include <iostream>
 #include <utility>
 
@@ -36,6 +37,13 @@ void kvAnimationCurve::setAppropriateNode(const osg::NodePtr& node) {
 
 osg::NodePtr kvAnimationCurve::getAppropriateNode() const {
     return kv::detail::nodeById(appropriateNodeId);
+}
+
+void kvAnimationCurve::setAnimationField(const kvAnimationUtils2::AnimationField& field) {
+    // Atomic because scenes may be prepared by several threads.
+    static std::atomic<std::uint64_t> lastStamp{0};
+    animationField = field;
+    bindingStamp = ++lastStamp;
 }
 
 void kvAnimationCurve::importControlPoint(float x, float y, float inX, float inY, float outX,

@@ -1,6 +1,6 @@
 // The evaluation of a frame: which curves count at it (the hold rule) and the records of their
-// values. This is the inner loop of playback: each range is computed once, records are built in
-// place in the result, and the working storage is kept from frame to frame.
+// values. This is the inner loop of playback: each range is computed once, records are made where
+// they stay, and the working storage is kept from frame to frame.
 
 #include "manager/frameEvaluation.h"
 
@@ -12,7 +12,9 @@
 
 #include "clips/clipRanges.h"
 #include "keys/constants.h"
+#include "keys/curveBinding.h"
 #include "keys/curveEvaluation.h"
+#include "keys/keyPrefetch.h"
 
 #include <cmath>
 
@@ -49,10 +51,17 @@ bool countsAt(float frame, FrameRange child, FrameRange parent) {
     return notOver && begun;
 }
 
-/// Converts to a curve's binding, so that emplace_back makes it right where it belongs.
-struct BindingOf {
-    const kvAnimationCurve& curve;
-    operator Field() const { return curve.getAnimationField(); }
+class ListSink final : public FieldSink {
+  public:
+    explicit ListSink(std::vector<Field>& list) : _list(list) {}
+
+    void add(const kvAnimationCurve& curve, float value) override {
+        _list.emplace_back(CurveBinding::of(curve));
+        _list.back().value = value;
+    }
+
+  private:
+    std::vector<Field>& _list;
 };
 
 struct Request {
@@ -61,30 +70,39 @@ struct Request {
     bool ignoreActivity;
 };
 
-/// Sub-clips first, then blocks, each in order of start.
-void appendNode(std::vector<Field>& result, const ClipRanges& ranges, const ClipRanges::Node& node,
-                const Request& request) {
-    if (!request.ignoreActivity && !node.clip->getActive()) return;
-    for (std::size_t i = 0; i != node.subclipCount; ++i) {
-        const ClipRanges::Node& subclip = ranges.subclip(node, i);
-        if (countsAt(request.frame, subclip.range, node.range))
-            appendNode(result, ranges, subclip, request);
-    }
-    for (std::size_t i = 0; i != node.blockCount; ++i) {
-        kvAnimationBlock* block = ranges.block(node, i);
-        if (countsAt(request.frame, {block->getStartFrame(), block->getEndFrame()}, node.range))
-            appendUpdatedFields(result, block, request.frame, request.motionBlurOnly,
-                                request.ignoreActivity);
-    }
-}
+using Curves = std::vector<kvAnimationCurve*>;
 
-} // namespace
+/// The curves of one list and, behind them, those that are evaluated next.
+class Upcoming {
+  public:
+    Upcoming(const Curves& curves, const Curves* next) : _curves(curves), _next(next) {}
 
-void appendUpdatedFields(std::vector<Field>& result, const std::vector<kvAnimationCurve*>& curves,
-                         float frame) {
+    /// To be called before the curve with this place in the list is evaluated.
+    void prefetchFrom(std::size_t place) const {
+        KeyPrefetch::curve(at(place + KeyPrefetch::kCurveAhead));
+        KeyPrefetch::memory(at(place + KeyPrefetch::kMemoryAhead));
+        KeyPrefetch::segment(at(place + KeyPrefetch::kSegmentAhead));
+    }
+
+  private:
+    const kvAnimationCurve* at(std::size_t place) const {
+        if (place < _curves.size()) return _curves[place];
+        place -= _curves.size();
+        return _next != nullptr && place < _next->size() ? (*_next)[place] : nullptr;
+    }
+
+    const Curves& _curves;
+    const Curves* _next;
+};
+
+/// `next` may be null.
+void evaluateCurves(FieldSink& sink, const Curves& curves, float frame, const Curves* next) {
+    const Upcoming upcoming(curves, next);
     FrameRange all;
     bool allIsKnown = false;
-    for (const kvAnimationCurve* curve : curves) {
+    for (std::size_t i = 0; i < curves.size(); ++i) {
+        upcoming.prefetchFrom(i);
+        const kvAnimationCurve* const curve = curves[i];
         if (!curve) continue;
         const FrameRange own = rangeOf(*curve);
         // Inside its own range a curve counts whatever its siblings are; mostly all of them do, and
@@ -95,28 +113,74 @@ void appendUpdatedFields(std::vector<Field>& result, const std::vector<kvAnimati
             if (!countsAt(frame, own, all)) continue;
         }
         const float value = evaluateCurve(curve, frame);
-        if (value == kNoCurveValue) continue;
-        result.emplace_back(BindingOf{*curve});
-        result.back().value = value;
+        if (value != kNoCurveValue) sink.add(*curve, value);
     }
 }
 
-void appendUpdatedFields(std::vector<Field>& result, kvAnimationBlock* block, float frame,
-                         bool motionBlurOnly, bool ignoreActivity) {
+void evaluateBlock(FieldSink& sink, const kvAnimationBlock* block, const Request& request,
+                   const Curves* next) {
     if (!block) return;
-    if (!ignoreActivity && !block->getActive()) return;
-    if (motionBlurOnly && !block->getMotionBlur()) return;
-    appendUpdatedFields(result, block->getBlockCurves(), frame);
+    if (!request.ignoreActivity && !block->getActive()) return;
+    if (request.motionBlurOnly && !block->getMotionBlur()) return;
+    evaluateCurves(sink, block->getBlockCurves(), request.frame, next);
 }
 
-void appendUpdatedFields(std::vector<Field>& result, kvAnimationClip* clip, float frame,
-                         bool motionBlurOnly, bool ignoreActivity) {
+/// Sub-clips first, then blocks, each in order of start.
+void evaluateNode(FieldSink& sink, const ClipRanges& ranges, const ClipRanges::Node& node,
+                  const Request& request) {
+    if (!request.ignoreActivity && !node.clip->getActive()) return;
+    for (std::size_t i = 0; i != node.subclipCount; ++i) {
+        const ClipRanges::Node& subclip = ranges.subclip(node, i);
+        if (countsAt(request.frame, subclip.range, node.range))
+            evaluateNode(sink, ranges, subclip, request);
+    }
+    for (std::size_t i = 0; i != node.blockCount; ++i) {
+        const kvAnimationBlock* const block = ranges.block(node, i);
+        if (!countsAt(request.frame, {block->getStartFrame(), block->getEndFrame()}, node.range))
+            continue;
+        evaluateBlock(sink, block, request,
+                      i + 1 != node.blockCount ? &ranges.block(node, i + 1)->getBlockCurves()
+                                               : nullptr);
+    }
+}
+
+} // namespace
+
+void evaluateFields(FieldSink& sink, const std::vector<kvAnimationCurve*>& curves, float frame) {
+    evaluateCurves(sink, curves, frame, nullptr);
+}
+
+void evaluateFields(FieldSink& sink, kvAnimationBlock* block, float frame, bool motionBlurOnly,
+                    bool ignoreActivity) {
+    evaluateBlock(sink, block, {frame, motionBlurOnly, ignoreActivity}, nullptr);
+}
+
+void evaluateFields(FieldSink& sink, kvAnimationClip* clip, float frame, bool motionBlurOnly,
+                    bool ignoreActivity) {
     if (!clip) return;
     if (!ignoreActivity && !clip->getActive()) return; // an inactive clip is not even sorted
     // Kept for the next frame: its memory, and what it found out about the order of the blocks.
     thread_local ClipRanges ranges;
     ranges.collect(*clip);
-    appendNode(result, ranges, ranges.root(), {frame, motionBlurOnly, ignoreActivity});
+    evaluateNode(sink, ranges, ranges.root(), {frame, motionBlurOnly, ignoreActivity});
+}
+
+void appendUpdatedFields(std::vector<Field>& result, const std::vector<kvAnimationCurve*>& curves,
+                         float frame) {
+    ListSink sink(result);
+    evaluateFields(sink, curves, frame);
+}
+
+void appendUpdatedFields(std::vector<Field>& result, kvAnimationBlock* block, float frame,
+                         bool motionBlurOnly, bool ignoreActivity) {
+    ListSink sink(result);
+    evaluateFields(sink, block, frame, motionBlurOnly, ignoreActivity);
+}
+
+void appendUpdatedFields(std::vector<Field>& result, kvAnimationClip* clip, float frame,
+                         bool motionBlurOnly, bool ignoreActivity) {
+    ListSink sink(result);
+    evaluateFields(sink, clip, frame, motionBlurOnly, ignoreActivity);
 }
 
 } // namespace kv::detail

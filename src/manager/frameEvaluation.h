@@ -1,6 +1,6 @@
 #pragma once
 
-// The evaluation of one frame, appending to a vector that the caller keeps from tick to tick. The
+// The evaluation of one frame, handed record by record to whoever keeps them from tick to tick. The
 // manager's getUpdatedAnimationFields are these with a fresh vector. Nothing is allocated beyond
 // the growth of the result once the working storage is warm.
 
@@ -14,17 +14,35 @@ class kvAnimationCurve;
 
 namespace kv::detail {
 
-/// Appends a record for every curve that passes the hold rule among its siblings and has a value.
-void appendUpdatedFields(std::vector<kvAnimationUtils2::AnimationField>& result,
-                         const std::vector<kvAnimationCurve*>& curves, float frame);
+/// Takes the records of an evaluation, in order.
+class FieldSink {
+  public:
+    /// A record: the curve's binding with this value. The curve has a value, even if it is NaN.
+    virtual void add(const kvAnimationCurve& curve, float value) = 0;
 
-/// The same for the curves of a block; null, and a block that the flags exclude, append nothing.
-void appendUpdatedFields(std::vector<kvAnimationUtils2::AnimationField>& result,
-                         kvAnimationBlock* block, float frame, bool motionBlurOnly,
-                         bool ignoreActivity);
+  protected:
+    ~FieldSink() = default;
+};
+
+/// Hands over a record for every curve that passes the hold rule among its siblings and has a
+/// value.
+void evaluateFields(FieldSink& sink, const std::vector<kvAnimationCurve*>& curves, float frame);
+
+/// The same for the curves of a block; null, and a block that the flags exclude, have no records.
+void evaluateFields(FieldSink& sink, kvAnimationBlock* block, float frame, bool motionBlurOnly,
+                    bool ignoreActivity);
 
 /// The same for a clip with everything below it: sub-clips first, then blocks. Leaves all tracks
 /// sorted by start.
+void evaluateFields(FieldSink& sink, kvAnimationClip* clip, float frame, bool motionBlurOnly,
+                    bool ignoreActivity);
+
+/// The same three, appended to a vector: each record is made where it belongs.
+void appendUpdatedFields(std::vector<kvAnimationUtils2::AnimationField>& result,
+                         const std::vector<kvAnimationCurve*>& curves, float frame);
+void appendUpdatedFields(std::vector<kvAnimationUtils2::AnimationField>& result,
+                         kvAnimationBlock* block, float frame, bool motionBlurOnly,
+                         bool ignoreActivity);
 void appendUpdatedFields(std::vector<kvAnimationUtils2::AnimationField>& result,
                          kvAnimationClip* clip, float frame, bool motionBlurOnly,
                          bool ignoreActivity);

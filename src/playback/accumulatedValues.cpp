@@ -3,6 +3,9 @@
 
 #include "playback/accumulatedValues.h"
 
+#include "keys/curveBinding.h"
+#include "playback/tickRecords.h"
+
 #include <OpenSG/OSGConfig.h>
 #include <OpenSG/OSGFieldContainerFactory.h>
 
@@ -18,6 +21,9 @@ namespace detail {
 namespace {
 
 constexpr std::size_t kChunk = 4096;
+
+// In place of the stamp of a binding that no curve has: nothing but its content tells it.
+constexpr std::uint64_t kNoStamp = ~std::uint64_t{0};
 
 bool sameBinding(const AccumulatedValues::Field& a, const AccumulatedValues::Field& b) {
     return a.fcId == b.fcId && a.valuePosition == b.valuePosition && a.fieldName == b.fieldName &&
@@ -51,45 +57,66 @@ const AccumulatedValues::Record& AccumulatedValues::record(std::size_t index) co
     return _chunks[index / kChunk][index % kChunk];
 }
 
-void AccumulatedValues::add(const std::vector<Field>& evaluation) {
+void AccumulatedValues::beginEvaluation() {
     _previousBegin = _currentBegin;
     _currentBegin = _count;
-    for (const Field& field : evaluation)
-        append(field);
 }
 
-void AccumulatedValues::append(const Field& field) {
-    std::uint32_t index = templateOf(field);
-    if (index == kNone) index = addTemplate(field);
+void AccumulatedValues::add(const kvAnimationCurve& curve, float value) {
+    append(CurveBinding::stampOf(curve), CurveBinding::of(curve), value);
+}
+
+void AccumulatedValues::add(const std::vector<Field>& evaluation) {
+    beginEvaluation();
+    for (const Field& field : evaluation)
+        append(kNoStamp, field, field.value);
+}
+
+void AccumulatedValues::add(const TickRecords& evaluation) {
+    beginEvaluation();
+    for (std::size_t i = 0; i < evaluation.size(); ++i)
+        append(evaluation.stamp(i), evaluation.binding(i), evaluation.value(i));
+}
+
+void AccumulatedValues::append(std::uint64_t stamp, const Field& field, float value) {
+    const bool isNaN = std::isnan(value);
+    std::uint32_t index = templateOf(stamp, field, isNaN);
+    if (index == kNone) index = addTemplate(stamp, field, isNaN);
 
     if (_count % kChunk == 0) {
         _chunks.emplace_back();
         _chunks.back().reserve(kChunk);
     }
-    _chunks.back().push_back(Record{index, field.value});
+    _chunks.back().push_back(Record{index, value});
 
     const std::uint32_t bindingIndex = _templates[index].binding;
     unlink(bindingIndex);
     linkAsNewest(bindingIndex);
     Binding& binding = _bindings[bindingIndex];
     binding.lastTemplate = index;
-    binding.lastValue = field.value;
+    binding.lastValue = value;
     binding.lastRecord = _count;
     if (!binding.ofNaNs && binding.other != kNone) unlink(binding.other);
     ++_count;
 }
 
-std::uint32_t AccumulatedValues::templateOf(const Field& field) const {
+std::uint32_t AccumulatedValues::templateOf(std::uint64_t stamp, const Field& field, bool isNaN) {
     // One tick is like the one before: the record at the same place is nearly always the right one.
     const std::size_t guess = _previousBegin + (_count - _currentBegin);
     if (guess < _currentBegin) {
         const std::uint32_t index = record(guess).templateIndex;
-        const bool guessIsNaN = _bindings[_templates[index].binding].ofNaNs;
-        if (guessIsNaN == std::isnan(field.value) &&
-            sameButForTheValue(_templates[index].field, field))
-            return index;
+        const Template& last = _templates[index];
+        const bool isSame =
+            stamp == kNoStamp ? sameButForTheValue(last.field, field) : last.stamp == stamp;
+        if (isSame && _bindings[last.binding].ofNaNs == isNaN) return index;
     }
-    const std::uint32_t binding = bindingOf(field, bindingHash(field), std::isnan(field.value));
+    const std::uint32_t index = findTemplate(field, isNaN);
+    if (index != kNone) _templates[index].stamp = stamp;
+    return index;
+}
+
+std::uint32_t AccumulatedValues::findTemplate(const Field& field, bool isNaN) const {
+    const std::uint32_t binding = bindingOf(field, bindingHash(field), isNaN);
     if (binding == kNone) return kNone;
     for (std::uint32_t i = _bindings[binding].firstTemplate; i != kNone; i = _templates[i].next) {
         if (sameButForTheValue(_templates[i].field, field)) return i;
@@ -110,31 +137,31 @@ std::uint32_t AccumulatedValues::bindingOf(const Field& field, std::size_t hash,
     return kNone;
 }
 
-std::uint32_t AccumulatedValues::addBinding(const Field& field, std::size_t hash,
+std::uint32_t AccumulatedValues::addBinding(const Field& field, bool isNaN, std::size_t hash,
                                             std::uint32_t firstTemplate) {
     const auto index = static_cast<std::uint32_t>(_bindings.size());
     Binding binding{};
     binding.firstTemplate = firstTemplate;
-    binding.ofNaNs = std::isnan(field.value);
-    binding.other = bindingOf(field, hash, !binding.ofNaNs);
+    binding.ofNaNs = isNaN;
+    binding.other = bindingOf(field, hash, !isNaN);
     if (binding.other != kNone) _bindings[binding.other].other = index;
     _bindings.push_back(binding);
     _bindingsByHash.emplace(hash, index);
     return index;
 }
 
-std::uint32_t AccumulatedValues::addTemplate(const Field& field) {
+std::uint32_t AccumulatedValues::addTemplate(std::uint64_t stamp, const Field& field, bool isNaN) {
     const std::size_t hash = bindingHash(field);
     const auto index = static_cast<std::uint32_t>(_templates.size());
-    std::uint32_t binding = bindingOf(field, hash, std::isnan(field.value));
+    std::uint32_t binding = bindingOf(field, hash, isNaN);
     std::uint32_t next = kNone;
     if (binding == kNone) {
-        binding = addBinding(field, hash, index);
+        binding = addBinding(field, isNaN, hash, index);
     } else {
         next = _bindings[binding].firstTemplate;
         _bindings[binding].firstTemplate = index;
     }
-    _templates.push_back(Template{field, binding, next});
+    _templates.push_back(Template{field, stamp, BoundWriter(field), binding, next});
     return index;
 }
 
@@ -155,9 +182,8 @@ void AccumulatedValues::linkAsNewest(std::uint32_t binding) {
 }
 
 void AccumulatedValues::write(std::uint32_t templateIndex, float value) {
-    Field& field = _templates[templateIndex].field;
-    field.value = value;
-    kvAnimationUtils2::setRealFieldValue(field);
+    Template& from = _templates[templateIndex];
+    from.writer.write(from.field, value);
 }
 
 void AccumulatedValues::write() {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "fields/boundWriter.h"
+#include "manager/frameEvaluation.h"
+
 #include <kvAnimationUtils2.h>
 
 #include <cstddef>
@@ -9,6 +12,8 @@
 
 namespace kv {
 namespace detail {
+
+class TickRecords;
 
 /// Every record of every tick of a global playback, stored compactly.
 ///
@@ -25,12 +30,17 @@ namespace detail {
 ///
 /// A write must set what its record names and nothing else, whatever was there. That holds for all
 /// but three kinds of records, which kvAnimationController2::animationLoop tells of.
-class AccumulatedValues {
+class AccumulatedValues final : public FieldSink {
   public:
     using Field = kvAnimationUtils2::AnimationField;
 
-    /// Adds the records of one evaluation; they are the current ones until the next call.
+    /// What is added from here on are the current records, until the next call.
+    void beginEvaluation();
+    void add(const kvAnimationCurve& curve, float value) override;
+
+    /// An evaluation of its own, of records that were made elsewhere.
     void add(const std::vector<Field>& evaluation);
+    void add(const TickRecords& evaluation);
 
     /// Writes the last record of every binding, in the order of their last occurrence. Of what is
     /// bound to a camera setting every current record is written: each may move the host's camera,
@@ -47,6 +57,8 @@ class AccumulatedValues {
     // A record without its value.
     struct Template {
         Field field;
+        std::uint64_t stamp; // of the binding that came last, see CurveBinding
+        BoundWriter writer;
         std::uint32_t binding; // what it writes to
         std::uint32_t next;    // the next template of the same binding
     };
@@ -68,11 +80,13 @@ class AccumulatedValues {
         float value;
     };
 
-    void append(const Field& field);
-    std::uint32_t templateOf(const Field& field) const;
-    std::uint32_t addTemplate(const Field& field);
+    void append(std::uint64_t stamp, const Field& field, float value);
+    std::uint32_t templateOf(std::uint64_t stamp, const Field& field, bool isNaN);
+    std::uint32_t findTemplate(const Field& field, bool isNaN) const;
+    std::uint32_t addTemplate(std::uint64_t stamp, const Field& field, bool isNaN);
     std::uint32_t bindingOf(const Field& field, std::size_t hash, bool ofNaNs) const;
-    std::uint32_t addBinding(const Field& field, std::size_t hash, std::uint32_t firstTemplate);
+    std::uint32_t addBinding(const Field& field, bool isNaN, std::size_t hash,
+                             std::uint32_t firstTemplate);
     void unlink(std::uint32_t binding);
     void linkAsNewest(std::uint32_t binding);
     void write(std::uint32_t templateIndex, float value);

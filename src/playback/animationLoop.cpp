@@ -17,9 +17,10 @@
 
 #include <cmath>
 
-using kv::detail::appendFields;
-using kv::detail::appendSelectedFields;
+using kv::detail::evaluate;
+using kv::detail::evaluateSelected;
 using kv::detail::FieldList;
+using kv::detail::FieldSink;
 
 void kvAnimationController2::animationLoop() {
     if (!_playing) return;
@@ -68,7 +69,7 @@ void kvAnimationController2::tickBlock() {
     const bool inside = insideItem();
     const float frame = inside ? _actualFrame : _endFrame;
     kvAnimationManager2::setActualFrame(frame);
-    appendFields(_am, _playingBlock, frame, _ignoreActivity, _values.replace());
+    evaluate(_am, _playingBlock, frame, _ignoreActivity, _values.replace());
     if (!inside) stop(); // after the evaluation: the last frame still ignores activity
     _values.write();
 }
@@ -78,7 +79,7 @@ void kvAnimationController2::tickClip() {
     kvAnimationClip* const clip = _playingClip;
     if (insideItem()) {
         kvAnimationManager2::setActualFrame(_actualFrame);
-        appendFields(_am, clip, _actualFrame, _ignoreActivity, _values.replace());
+        evaluate(_am, clip, _actualFrame, _ignoreActivity, _values.replace());
         _values.write();
         int frame = 0;
         if (wholeFrameChanged(frame)) {
@@ -95,7 +96,7 @@ void kvAnimationController2::tickClip() {
         const float frame = _endFrame;
         stop(); // before the evaluation, unlike a block: the last frame of a clip heeds activity
         kvAnimationManager2::setActualFrame(frame);
-        appendFields(_am, clip, frame, _ignoreActivity, _values.replace());
+        evaluate(_am, clip, frame, _ignoreActivity, _values.replace());
         _values.write();
         if (_am != nullptr) _am->checkAndExecSkippedSequences(clip, frame);
     }
@@ -113,15 +114,12 @@ bool kvAnimationController2::leftRange(float& frame) {
 }
 
 void kvAnimationController2::tickGlobal() {
-    static FieldList fields; // kept, so that a warm tick allocates nothing
     float frame = 0.0F;
     const bool left = leftRange(frame);
-    fields.clear();
-    for (kvAnimationBlock* block : kvAnimationManager2::_animationBlocks) {
-        appendFields(_am, block, frame, _ignoreActivity, fields);
-    }
-    if (_connectedGlobalSlider) appendSelectedFields(_am, frame, fields);
-    _values.accumulate(fields);
+    FieldSink& records = _values.accumulate();
+    for (kvAnimationBlock* block : kvAnimationManager2::_animationBlocks)
+        evaluate(_am, block, frame, _ignoreActivity, records);
+    if (_connectedGlobalSlider) evaluateSelected(_am, frame, records);
     if (left) stop();
     _values.write();
     notifyGlobal();
@@ -130,7 +128,7 @@ void kvAnimationController2::tickGlobal() {
 void kvAnimationController2::tickLocal() {
     float frame = 0.0F;
     const bool left = leftRange(frame);
-    appendSelectedFields(_am, frame, _values.replace());
+    evaluateSelected(_am, frame, _values.replace());
     if (left) stop();
     _values.write();
     notifyLocal();
@@ -160,5 +158,6 @@ bool kvAnimationController2::wholeFrameChanged(int& frame) {
 }
 
 void kvAnimationController2::execute(FieldList fields) {
-    kv::detail::writeFields(fields);
+    for (const kvAnimationUtils2::AnimationField& field : fields)
+        kvAnimationUtils2::setRealFieldValue(field);
 }

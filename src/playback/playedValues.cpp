@@ -11,24 +11,25 @@ namespace detail {
 
 PlayedValues::~PlayedValues() = default;
 
-std::vector<PlayedValues::Field>& PlayedValues::replace() {
+TickRecords& PlayedValues::replace() {
     _accumulated.reset();
     if (_plain.use_count() == 1) {
         _plain->clear();
     } else {
-        _plain = std::make_shared<std::vector<Field>>(); // the first, or the old one is in use
+        _plain = std::make_shared<TickRecords>(); // the first, or the old one is in use
     }
     return *_plain;
 }
 
-void PlayedValues::accumulate(const std::vector<Field>& evaluation) {
+FieldSink& PlayedValues::accumulate() {
     if (!_accumulated) {
         _accumulated = std::make_shared<AccumulatedValues>();
         if (_plain) _accumulated->add(*_plain);
     } else if (_accumulated.use_count() > 1) {
         _accumulated = std::make_shared<AccumulatedValues>(*_accumulated);
     }
-    _accumulated->add(evaluation);
+    _accumulated->beginEvaluation();
+    return *_accumulated;
 }
 
 void PlayedValues::write() {
@@ -36,15 +37,12 @@ void PlayedValues::write() {
         accumulated->write();
         return;
     }
-    const std::shared_ptr<std::vector<Field>> fields = _plain;
-    if (!fields) return;
-    for (const Field& field : *fields)
-        kvAnimationUtils2::setRealFieldValue(field);
+    if (const std::shared_ptr<TickRecords> plain = _plain) plain->write();
 }
 
 std::vector<PlayedValues::Field> PlayedValues::all() const {
     if (_accumulated) return _accumulated->all();
-    return _plain ? *_plain : std::vector<Field>();
+    return _plain ? _plain->all() : std::vector<Field>();
 }
 
 } // namespace detail

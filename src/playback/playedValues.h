@@ -1,5 +1,7 @@
 #pragma once
 
+#include "playback/tickRecords.h"
+
 #include <kvAnimationUtils2.h>
 
 #include <memory>
@@ -26,10 +28,11 @@ class PlayedValues {
 
     /// Forgets all records and returns the empty list that takes the new ones. Its storage is that
     /// of the records before, so a warm tick allocates nothing.
-    std::vector<Field>& replace();
+    TickRecords& replace();
 
-    /// Adds the records of one evaluation to those that are there.
-    void accumulate(const std::vector<Field>& evaluation);
+    /// Begins an evaluation whose records come in addition to those that are there: they are given
+    /// to what this returns, before anything else is called.
+    FieldSink& accumulate();
 
     /// Writes the records into the scene: a plain list in order, an accumulation by as few writes
     /// as lead to the same scene.
@@ -39,7 +42,7 @@ class PlayedValues {
     std::vector<Field> all() const;
 
   private:
-    std::shared_ptr<std::vector<Field>> _plain;      // null until something was evaluated
+    std::shared_ptr<TickRecords> _plain;             // null until something was evaluated
     std::shared_ptr<AccumulatedValues> _accumulated; // null while the list is plain
 };
 

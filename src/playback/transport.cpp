@@ -13,10 +13,11 @@
 
 #include <cstddef>
 
-using kv::detail::appendFields;
-using kv::detail::appendSelectedFields;
+using kv::detail::evaluate;
+using kv::detail::evaluateSelected;
 using kv::detail::FieldList;
-using kv::detail::writeFields;
+using kv::detail::FieldSink;
+using kv::detail::TickRecords;
 
 kvAnimationManager2* kvAnimationController2::_am = nullptr;
 bool kvAnimationController2::_blocking = false;
@@ -222,7 +223,7 @@ void kvAnimationController2::repeat(bool) {}
 void kvAnimationController2::reset(kvAnimationBlock* block) {
     stop();
     if (block == nullptr) return;
-    appendFields(_am, block, block->getStartFrame(), false, _values.replace());
+    evaluate(_am, block, block->getStartFrame(), false, _values.replace());
     const int writes = block->isCameraBlock() ? kWritesToSettle : 1;
     for (int i = 0; i < writes; ++i)
         _values.write();
@@ -270,11 +271,11 @@ void kvAnimationController2::gotoEnd(kvAnimationClip* clip) {
 template <class Item>
 void kvAnimationController2::jump(Item* item, float frame, int writes) {
     stop();
-    FieldList fields;
-    appendFields(_am, item, frame, false, fields);
+    TickRecords records;
+    evaluate(_am, item, frame, false, records);
     kvAnimationManager2::setActualFrame(frame);
     for (int i = 0; i < writes; ++i)
-        writeFields(fields);
+        records.write();
     if (!_blocking) kvAnimationEvent::callAllPlayListeners();
 }
 
@@ -295,19 +296,19 @@ void kvAnimationController2::jump(PlayType type, bool toStart) {
     stop();
     switch (type) {
     case PT_BLOCK: {
-        FieldList& fields = _values.replace();
+        TickRecords& records = _values.replace();
         if (_playingBlock == nullptr) break;
         const float frame = toStart ? _playingBlock->getStartFrame() : _playingBlock->getEndFrame();
-        appendFields(_am, _playingBlock, frame, false, fields);
+        evaluate(_am, _playingBlock, frame, false, records);
         kvAnimationManager2::setActualFrame(frame);
         break;
     }
     case PT_CLIP: {
-        FieldList& fields = _values.replace();
+        TickRecords& records = _values.replace();
         if (_playingClip != nullptr) {
             const float frame =
                 toStart ? _playingClip->getStartFrame() : _playingClip->getEndFrame();
-            appendFields(_am, _playingClip, frame, false, fields);
+            evaluate(_am, _playingClip, frame, false, records);
             kvAnimationManager2::setActualFrame(frame);
         }
         notifyClipMaker();
@@ -317,7 +318,7 @@ void kvAnimationController2::jump(PlayType type, bool toStart) {
         jumpGlobal(toStart);
         break;
     case PT_LOCAL:
-        appendSelectedFields(_am, selectedFrame(toStart), _values.replace());
+        evaluateSelected(_am, selectedFrame(toStart), _values.replace());
         kvAnimationManager2::setActualFrame(toStart ? _minFrame : _maxFrame);
         notifyLocal();
         break;
@@ -327,14 +328,13 @@ void kvAnimationController2::jump(PlayType type, bool toStart) {
 }
 
 void kvAnimationController2::jumpGlobal(bool toStart) {
-    FieldList fields;
+    FieldSink& records = _values.accumulate();
     for (kvAnimationBlock* block : kvAnimationManager2::_animationBlocks) {
         if (block == nullptr) continue;
-        appendFields(_am, block, toStart ? block->getStartFrame() : block->getEndFrame(), false,
-                     fields);
+        evaluate(_am, block, toStart ? block->getStartFrame() : block->getEndFrame(), false,
+                 records);
     }
-    if (_connectedGlobalSlider) appendSelectedFields(_am, selectedFrame(toStart), fields);
-    _values.accumulate(fields);
+    if (_connectedGlobalSlider) evaluateSelected(_am, selectedFrame(toStart), records);
     kvAnimationManager2::setActualFrame(toStart ? _minFrame : _maxFrame);
     notifyGlobal();
 }

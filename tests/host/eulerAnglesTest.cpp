@@ -6,6 +6,8 @@
 
 #include <array>
 #include <cmath>
+#include <cstring>
+#include <limits>
 #include <random>
 
 namespace {
@@ -128,6 +130,32 @@ TEST(EulerAngles, ofNoRotationAreZero) {
         const osg::Vec3f degrees = osg::EulerAngles::fromQuaternion(q, 0);
         for (osg::UInt32 c = 0; c < 3; ++c)
             EXPECT_EQ(degrees[c], 0.0f);
+    }
+}
+
+TEST(EulerRotation, isThatOfTheAnglesToTheLastBit) {
+    const float special[] = {0.0F,
+                             -0.0F,
+                             90.0F,
+                             std::numeric_limits<float>::infinity(),
+                             std::numeric_limits<float>::quiet_NaN(),
+                             std::numeric_limits<float>::denorm_min()};
+    std::mt19937 random(3);
+    std::uniform_real_distribution<float> anyAngle(-720.0F, 720.0F);
+    osg::EulerRotation rotation;
+    osg::Vec3f degrees(0, 0, 0);
+    for (int i = 0; i < 5000; ++i) {
+        const auto axis = static_cast<osg::UInt32>(random() % 3);
+        degrees[axis] = random() % 4 == 0 ? special[random() % 6] : anyAngle(random);
+        const int order = static_cast<int>(random() % 7);
+        const osg::Quaternion fast = rotation.toQuaternion(degrees, order);
+        const osg::Quaternion plain = osg::EulerAngles::toQuaternion(degrees, order);
+        for (osg::UInt32 c = 0; c < 4; ++c) {
+            const float a = fast[c], b = plain[c];
+            // The sign of what is no number is nobody's business.
+            if (std::isnan(a) && std::isnan(b)) continue;
+            ASSERT_EQ(std::memcmp(&a, &b, sizeof(a)), 0) << i << ": " << a << " and " << b;
+        }
     }
 }
 

@@ -33,6 +33,21 @@ class ComponentTransform : public ComponentTransformBase {
 
   public:
     void changed(BitVector whichField, UInt32 origin) override;
+
+  protected:
+    osg::Matrix postponedMatrix() const override;
+
+  private:
+    /// As they were when the last edit of any of them ended, while the matrix is not made of them:
+    /// what is written to the fields before the next end of an edit is not to be seen in it.
+    struct Parts {
+        Vec3f translation;
+        Quaternion rotation;
+        Vec3f scale;
+        Quaternion scaleOrientation;
+        Vec3f center;
+    };
+    Parts _edited;
 };
 
 OSG_TABLE_INLINE(ComponentTransform)

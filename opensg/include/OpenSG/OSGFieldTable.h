@@ -220,7 +220,8 @@ void releaseAll(FieldContainer& owner, MField<P, ns>& field) {
 
 #define OSG_ROW_MEMBER(FIELD, NAME, ...)                                                           \
     FIELD _sf##NAME = detail::initialField<FIELD>(__VA_ARGS__);                                    \
-    Field* field##NAME(void) {                                                                     \
+    /* Virtual for classes that must know when a field is asked for. */                            \
+    virtual Field* field##NAME(void) {                                                             \
         return &_sf##NAME;                                                                         \
     }
 #define OSG_ROW_LIST_MEMBER(FIELD, NAME, ...)                                                      \
