@@ -120,16 +120,18 @@ TEST_F(WithScene, outputThatCannotBeWrittenIsRefusedAndLeavesNothing) {
 }
 
 TEST_F(WithScene, aSaveThatFailsLeavesTheOldFileAsItWas) {
-    const std::string before = program.read("walk.osg");
-    const int files = program.fileCount();
-    // Files of more than one block cannot be written: the disk is full, as far as the program
-    // knows.
-    const Outcome outcome =
-        program.run("import walk.bvh -o walk.osg", "trap '' XFSZ; ulimit -f 1;");
-    EXPECT_EQ(outcome.code, 1) << outcome.out;
-    EXPECT_THAT(outcome.error, HasSubstr("walk.osg"));
-    EXPECT_EQ(program.read("walk.osg"), before);
-    EXPECT_EQ(program.fileCount(), files);
+    for (const std::string name : {"old.osg", "old.osb", "old.osg.gz", "old.osb.gz"}) {
+        program.write(name, "old");
+        const int files = program.fileCount();
+        // Files of more than one block cannot be written: the disk is full, as far as the program
+        // knows.
+        const Outcome outcome =
+            program.run("import walk.bvh -o " + name, "trap '' XFSZ; ulimit -f 1;");
+        EXPECT_EQ(outcome.code, 1) << outcome.out;
+        EXPECT_THAT(outcome.error, HasSubstr(name));
+        EXPECT_EQ(program.read(name), "old");
+        EXPECT_EQ(program.fileCount(), files);
+    }
 }
 
 TEST_F(WithScene, namesThatTheSceneLacksAreRefusedWithWhatThereIs) {
