@@ -11,37 +11,34 @@ namespace kvtable {
 
 namespace {
 
-struct Chain {
-    bool isRunning = false;
-    std::vector<FieldContainerPtr> waiting;
-};
-
-Chain& chain() {
-    thread_local Chain ofThread;
-    return ofThread;
-}
+// Neither is an object with a destructor of its own: every container of a scene comes here when it
+// goes, and static objects may release containers after a thread's own objects are gone.
+thread_local bool isRunning = false;
+thread_local std::vector<FieldContainerPtr>* waiting = nullptr; // made when first needed
 
 } // namespace
 
-LateReleases::LateReleases() : _isOutermost(!chain().isRunning) {
-    chain().isRunning = true;
+LateReleases::LateReleases() : _isOutermost(!isRunning) {
+    isRunning = true;
 }
 
 LateReleases::~LateReleases() {
     if (!_isOutermost) return;
-    std::vector<FieldContainerPtr>& waiting = chain().waiting;
-    while (!waiting.empty()) {
-        FieldContainerPtr released = waiting.back();
-        waiting.pop_back();
+    while (waiting != nullptr && !waiting->empty()) {
+        FieldContainerPtr released = waiting->back();
+        waiting->pop_back();
         subRefCP(released);
     }
     // A scene that was destroyed once does not keep its memory.
-    std::vector<FieldContainerPtr>().swap(waiting);
-    chain().isRunning = false;
+    delete waiting;
+    waiting = nullptr;
+    isRunning = false;
 }
 
 void LateReleases::add(const FieldContainerPtr& container) {
-    if (container != NullFC) chain().waiting.push_back(container);
+    if (container == NullFC) return;
+    if (waiting == nullptr) waiting = new std::vector<FieldContainerPtr>;
+    waiting->push_back(container);
 }
 
 } // namespace kvtable

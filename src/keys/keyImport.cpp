@@ -17,20 +17,24 @@ KeyImport::~KeyImport() {
 
 void KeyImport::add(kvControlPoint::Point point, kvControlPoint::Point in,
                     kvControlPoint::Point out, int tangentType) {
-    kvControlPoint key; // draws the id that every import draws and no key keeps
-    key.point = point;
-    key.inTangent = in;
-    key.outTangent = out;
-    key.tangentType = tangentType;
-    key.id = _list.cpCount;
+    // A key made by default draws an id, as every import does; it keeps the list's counter instead.
+    const auto fill = [&](kvControlPoint& key) {
+        key.point = point;
+        key.inTangent = in;
+        key.outTangent = out;
+        key.tangentType = tangentType;
+        key.id = _list.cpCount;
+    };
     // A NaN is not behind anything, and nothing is behind a NaN.
     if (_appending && !_list.cps.empty() && !(_list.cps.back().point.x < point.x)) finish();
-    if (!_appending) {
-        _list.insertKey(point.x, key);
+    if (_appending) {
+        fill(_list.cps.emplace_back());
+        _list.countInsertion();
         return;
     }
-    _list.cps.push_back(key);
-    _list.countInsertion();
+    kvControlPoint key;
+    fill(key);
+    _list.insertKey(point.x, key);
 }
 
 void KeyImport::finish() {

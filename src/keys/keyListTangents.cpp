@@ -6,7 +6,8 @@
 #include "keys/walkCount.h"
 
 void kvControlPointManager::computeTangents(kvControlPoint& cp) {
-    if (cps.size() < 2) return;
+    // Most keys of imported scenes are of type User, and nothing about them needs to be looked up.
+    if (cps.size() < 2 || cp.tangentType == kvControlPoint::User) return;
     kv::detail::countWalk(1);
     using kv::detail::KeyRole;
     const kvControlPoint* previous = live(cp.prevCP);
