@@ -4,7 +4,6 @@
 #include "OSGTransformAttachment.h"
 
 #include <cmath>
-#include <cstring>
 
 OSG_BEGIN_NAMESPACE
 
@@ -65,9 +64,9 @@ Quaternion inOrder(const Rotation (&turns)[3], Int32 order) {
     return result;
 }
 
-/// Whether two angles have the same sine, also for zeros with a sign and for what is no number.
+/// Whether two angles have the same sine, of which a zero keeps its sign.
 bool isSameAngle(Real32 a, Real32 b) {
-    return std::memcmp(&a, &b, sizeof(a)) == 0;
+    return a == b && std::signbit(a) == std::signbit(b);
 }
 
 } // namespace

@@ -28,7 +28,9 @@ class BoundWriter {
     void write(const Field& binding, float value);
 
   private:
-    bool knows(const osg::FieldContainerType& type) const;
+    bool knows(const osg::FieldContainerType& type) const {
+        return _plan != nullptr && _plan->isFor(type);
+    }
 
     const FieldPlan* _plan = nullptr; // null until the first write
     std::uint32_t _container = 0;

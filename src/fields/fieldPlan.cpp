@@ -124,11 +124,6 @@ class PlanCache {
 
 } // namespace
 
-osg::FieldContainerPtr containerById(std::uint32_t id) {
-    if (id == 0) return osg::NullFC;
-    return osg::FieldContainerFactory::the()->getContainer(id);
-}
-
 const FieldPlan& planFor(const osg::FieldContainerPtr& container, const std::string& fieldName,
                          FieldPlan& spare) {
     static PlanCache cache;

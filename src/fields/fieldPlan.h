@@ -5,6 +5,7 @@
 #include <OpenSG/OSGConfig.h>
 
 #include <OpenSG/OSGFieldContainer.h>
+#include <OpenSG/OSGFieldContainerFactory.h>
 #include <OpenSG/OSGFieldContainerPtr.h>
 #include <OpenSG/OSGFieldContainerType.h>
 
@@ -46,7 +47,10 @@ struct FieldPlan {
 };
 
 /// The container with this id; null for 0, for ids never given out and for destroyed containers.
-osg::FieldContainerPtr containerById(std::uint32_t id);
+inline osg::FieldContainerPtr containerById(std::uint32_t id) {
+    if (id == 0) return osg::NullFC;
+    return osg::FieldContainerFactory::the()->getContainer(id);
+}
 
 /// The plan for a field name on the type of \p container, which must not be null. Remembered plans
 /// live as long as the process; past some thousands of them new ones are made in \p spare instead,

@@ -147,10 +147,6 @@ void kvAnimationUtils2::setRealFieldValue(const AnimationField& field) {
                field.valuePosition, field.value);
 }
 
-bool kv::detail::BoundWriter::knows(const osg::FieldContainerType& type) const {
-    return _plan != nullptr && _plan->isFor(type);
-}
-
 void kv::detail::BoundWriter::write(const Field& binding, float value) {
     const osg::FieldContainerPtr container = containerById(_container);
     if (container == osg::NullFC) return;
