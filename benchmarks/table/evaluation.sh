@@ -8,3 +8,16 @@ ratio "one curve, 8192 keys, random frames" "$(of kv_bench_ladder curve/keys:819
 if [[ -s $work/kv_bench_peer_qt.err ]]; then
     note "$(grep 'largest difference' "$work/kv_bench_peer_qt.err")."
 fi
+
+# The families of segments that the tests compare the quick evaluation over, with the literal one.
+if [[ -x $bin/kv_bench_fallbacks ]]; then
+    note ""
+    note "## When the quick evaluation is not certain"
+    note ""
+    note "| segments | frames that need exact constants, % | frames that the literal code answers, % |"
+    note "|---|---|---|"
+    while read -r family again fallbacks; do
+        note "| $family | $again | $fallbacks |"
+    done < <("$bin/kv_bench_fallbacks")
+    note ""
+fi

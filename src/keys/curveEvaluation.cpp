@@ -32,18 +32,20 @@ float evaluateCurve(const kvControlPointManager* curve, float frame) {
     const Segment segment = segmentBetween(keys[after - 1], keys[after]);
     const bool isNew = memory == nullptr || memory->setEnd(after);
     if (isHeld(segment)) return static_cast<float>(segment.y0);
+    // A segment that is evaluated twice in a row will be evaluated more often: its constants are
+    // worth computing exactly, and worth being remembered.
     SegmentConstants constants{};
-    if (isNew || !memory->recall(segment, constants)) {
+    if (isNew) {
         constants = segmentConstants<false>(segment);
-        // Only a segment that is evaluated twice in a row is worth the writing.
-        if (!isNew) memory->remember(segment, constants);
+    } else if (!memory->recall(segment, constants)) {
+        constants = segmentConstants<true>(segment);
+        memory->remember(segment, constants);
     }
     for (;;) {
         const FastValue fast = fastValue(segment, constants, at);
         if (fast.certain) return fast.value;
         if (constants.isExact()) break;
-        // Closer bounds may do. These constants are worth remembering, because the frames around
-        // this one will need them, too.
+        // Closer bounds may do. The frames around this one will need these constants, too.
         constants = segmentConstants<true>(segment);
         if (memory != nullptr) memory->remember(segment, constants);
     }

@@ -74,11 +74,12 @@ inline CubeRoot cubeRoot(double z) {
     const double h = 1 - u * y;
     const double digits = static_cast<double>(static_cast<std::int32_t>(exponent)) - 1022.5;
     const double more =
-        h * (2.0 / 3.0 + h * (5.0 / 9.0 + h * (40.0 / 81.0))) - kLackOfThird * digits;
+        (h * (2.0 / 3.0) - kLackOfThird * digits) + h * h * (5.0 / 9.0 + h * (40.0 / 81.0));
     const std::uint64_t scale = std::uint64_t{cubes + 1023 - 341} << 52;
     const std::uint64_t sign = bits & 0x8000000000000000U;
     const double down = fromBits(std::uint64_t{1023 + 341 - cubes} << 52);
-    return {(u + u * more) * fromBits(scale | sign), (y * down) * (y * down)};
+    const double scaled = u * fromBits(scale | sign);
+    return {scaled + scaled * more, (y * down) * (y * down)};
 }
 
 /// t = u + v - shift for a discriminant that is certainly 1e-6 or more, so that |u| + |v| > 0.1.

@@ -28,11 +28,7 @@ struct Cubic {
     double discriminant;
 };
 
-// The parameter on the segment, or none.
-struct Root {
-    bool found;
-    double t;
-};
+using Root = LiteralRoot;
 constexpr Root kNoRoot{false, 0.0};
 
 // A leading coefficient of 0 is not guarded: it makes infinities and NaNs, which end in the
@@ -92,19 +88,21 @@ Root rootOf(const Cubic& c) {
     return repeatedRoot(c);
 }
 
-float valueAt(double y0, double y1, double y2, double y3, double t) {
-    const double t3 = std::pow(t, 3.0);
-    const double y = y0 * (3 * t * t - t3 - 3 * t + 1) + y1 * (-6 * t * t + 3 * t3 + 3 * t) +
-                     y2 * (3 * t * t - 3 * t3) + y3 * t3;
-    if (-kTolerance < y && y < kTolerance) return 0.0F;
-    return static_cast<float>(y);
-}
-
 bool equal(kvControlPoint::Point a, kvControlPoint::Point b) {
     return a.x == b.x && a.y == b.y;
 }
 
 } // namespace
+
+LiteralRoot rootLiterally(double x0, double x1, double x2, double x3, double frame) {
+    return rootOf(cubicAt(x0, x1, x2, x3, frame));
+}
+
+double valueLiterally(double y0, double y1, double y2, double y3, double t) {
+    const double t3 = std::pow(t, 3.0);
+    return y0 * (3 * t * t - t3 - 3 * t + 1) + y1 * (-6 * t * t + 3 * t3 + 3 * t) +
+           y2 * (3 * t * t - 3 * t3) + y3 * t3;
+}
 
 float evaluateSegmentLiterally(const kvControlPoint& a, const kvControlPoint& b, float frame) {
     const kvControlPoint::Point p0 = a.getPoint();
@@ -113,9 +111,11 @@ float evaluateSegmentLiterally(const kvControlPoint& a, const kvControlPoint& b,
     const kvControlPoint::Point p3 = b.getPoint();
     if (equal(p0, p1) && equal(p2, p3)) return static_cast<float>(p0.y);
 
-    const Root root = rootOf(cubicAt(p0.x, p1.x, p2.x, p3.x, static_cast<double>(frame)));
+    const Root root = rootLiterally(p0.x, p1.x, p2.x, p3.x, static_cast<double>(frame));
     if (!root.found) return kNoCurveValue;
-    return valueAt(p0.y, p1.y, p2.y, p3.y, root.t);
+    const double y = valueLiterally(p0.y, p1.y, p2.y, p3.y, root.t);
+    if (-kTolerance < y && y < kTolerance) return 0.0F;
+    return static_cast<float>(y);
 }
 
 float evaluateCurveLiterally(const kvControlPointManager* curve, float frame) {

@@ -1,11 +1,14 @@
 #!/usr/bin/env python3
-"""Prints rootTables.h, the numbers that fastRoot.h computes with:
+"""Prints rootTables.h, the numbers that fastRoot.h computes with, or checks that a file is what
+would be printed:
 
     python3 makeRootTables.py > rootTables.h
+    python3 makeRootTables.py --check rootTables.h
 
 Every number is computed with 80 decimal digits and rounded to a double once, so that the output
 is the same everywhere. The errors told in the comments are measured on the rounded numbers.
 """
+import sys
 from decimal import Decimal, getcontext
 from fractions import Fraction
 from math import comb
@@ -110,38 +113,52 @@ short_third = Fraction(0.3333333333333333)
 lack = decimal(Fraction(1, 3) - short_third)
 exponent_term = float(lack * Decimal(2).ln())
 
-print("// Printed by makeRootTables.py; change that, not this. What the numbers are for is told in")
-print("// fastRoot.h.")
-print("#pragma once")
-print()
-print("// clang-format off")
-print("namespace kv::detail {")
-print()
-print("/// cos(2/3 acos z) on [0, 1] as a polynomial in 2z - 1, the constant term first. Differs from")
-print(f"/// the function by at most {third_error:.2e}.")
-print(f"constexpr double kThirdOfAngle[{DEGREE + 1}] = {{")
+text = []
+
+
+def emit(line=""):
+    text.append(line + "\n")
+
+
+emit("// Printed by makeRootTables.py; change that, not this. What the numbers are for is told in")
+emit("// fastRoot.h.")
+emit("#pragma once")
+emit()
+emit("// clang-format off")
+emit("namespace kv::detail {")
+emit()
+emit("/// cos(2/3 acos z) on [0, 1] as a polynomial in 2z - 1, the constant term first. Differs from")
+emit(f"/// the function by at most {third_error:.2e}.")
+emit(f"constexpr double kThirdOfAngle[{DEGREE + 1}] = {{")
 for c in third:
-    print(f"    {c!r},")
-print("};")
-print()
-print("/// How often each octave of the table below is divided.")
-print(f"constexpr int kInverseRootIntervals = {INTERVALS};")
-print()
-print("struct Line {")
-print("    double at0;")
-print("    double slope;")
-print("};")
-print()
-print("/// y = z^(-1/3) for z in [1, 8), a straight line in each interval: |1 - z y^3| is at most")
-print(f"/// {worst:.2e}.")
-print(f"constexpr Line kInverseRoot[{3 * INTERVALS}] = {{")
+    emit(f"    {c!r},")
+emit("};")
+emit()
+emit("/// How often each octave of the table below is divided.")
+emit(f"constexpr int kInverseRootIntervals = {INTERVALS};")
+emit()
+emit("struct Line {")
+emit("    double at0;")
+emit("    double slope;")
+emit("};")
+emit()
+emit("/// y = z^(-1/3) for z in [1, 8), a straight line in each interval: |1 - z y^3| is at most")
+emit(f"/// {worst:.2e}.")
+emit(f"constexpr Line kInverseRoot[{3 * INTERVALS}] = {{")
 for at0, slope in lines:
-    print(f"    {{{at0!r}, {slope!r}}},")
-print("};")
-print()
-print("/// What a third has more than the double 0.3333333333333333, times the logarithm of 2: a power")
-print("/// with that exponent is this part smaller than the cube root, times the binary logarithm.")
-print(f"constexpr double kLackOfThird = {exponent_term!r};")
-print()
-print("} // namespace kv::detail")
-print("// clang-format on")
+    emit(f"    {{{at0!r}, {slope!r}}},")
+emit("};")
+emit()
+emit("/// What a third has more than the double 0.3333333333333333, times the logarithm of 2: a power")
+emit("/// with that exponent is this part smaller than the cube root, times the binary logarithm.")
+emit(f"constexpr double kLackOfThird = {exponent_term!r};")
+emit()
+emit("} // namespace kv::detail")
+emit("// clang-format on")
+
+if len(sys.argv) == 3 and sys.argv[1] == "--check":
+    with open(sys.argv[2], encoding="ascii") as file:
+        if file.read() != "".join(text):
+            sys.exit(f"{sys.argv[2]} is not what makeRootTables.py prints")
+else:
+    sys.stdout.write("".join(text))

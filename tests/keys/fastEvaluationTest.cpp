@@ -4,12 +4,14 @@
 #include "keys/curveEvaluation.h"
 #include "keys/fastSegment.h"
 #include "keys/literalEvaluation.h"
-#include "keys/segmentFamilies.h"
 
 #include "keys/keyListFixture.h"
 
+#include "support/segmentFamilies.h"
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -107,7 +109,44 @@ TEST_P(FastEvaluation, rarelyFallsBack) {
     EXPECT_LE(static_cast<double>(fallbacks), family.fallbacksAtMost * total);
 }
 
-// Half of a segment's constants are only used where the cube of p is negative.
+// The bounds themselves, which the comparison of floats can only see where they are far too small:
+// root and value are compared with the literal ones as doubles. How much of a bound was ever used
+// is recorded.
+TEST_P(FastEvaluation, staysWithinItsBounds) {
+    const SegmentFamily& family = segmentFamilies()[GetParam()];
+    QuickRandom random(GetParam() + 201);
+    double ofRootError = 0.0, ofQuickRootError = 0.0, ofValueError = 0.0;
+    for (std::uint64_t i = 0; i < kEvaluations / 20; ++i) {
+        const Segment s = family.make(random);
+        const double frame = static_cast<double>(frameOn(random, s));
+        const kv::detail::LiteralRoot literal =
+            kv::detail::rootLiterally(s.x0, s.x1, s.x2, s.x3, frame);
+        for (const bool exact : {false, true}) {
+            const SegmentConstants c =
+                exact ? segmentConstants<true>(s) : segmentConstants<false>(s);
+            const kv::detail::BoundedRoot root = kv::detail::boundedRoot(s, c, frame);
+            const kv::detail::BoundedValue value = kv::detail::boundedValue(s, root);
+            if (std::isnan(value.error) || c.a3 == 0) continue;
+            ASSERT_TRUE(literal.found);
+            double& used = exact ? ofRootError : ofQuickRootError;
+            used = std::max(used, std::fabs(root.t - literal.t) / root.error);
+            ASSERT_LE(std::fabs(root.t - literal.t), root.error)
+                << described(s, static_cast<float>(frame)) << (exact ? " exact" : " quick");
+            // The second part of the bound alone: as if the root were the literal one.
+            const kv::detail::BoundedValue there = kv::detail::boundedValue(s, {literal.t, 0.0});
+            if (!(there.error < 1e280 && there.error > 1e-300)) continue;
+            const double expected = kv::detail::valueLiterally(s.y0, s.y1, s.y2, s.y3, literal.t);
+            ofValueError = std::max(ofValueError, std::fabs(there.y - expected) / there.error);
+            ASSERT_LE(std::fabs(there.y - expected), there.error);
+            ASSERT_LE(std::fabs(value.y - expected), value.error);
+        }
+    }
+    RecordProperty("used of the root's bound", std::to_string(ofRootError));
+    RecordProperty("used of the root's bound, multiplied constants",
+                   std::to_string(ofQuickRootError));
+    RecordProperty("used of the value's bound", std::to_string(ofValueError));
+}
+
 TEST(FastConstants, multiplyingStaysWithinItsError) {
     QuickRandom random(5);
     for (int i = 0; i < 100000; ++i) {
@@ -122,6 +161,38 @@ TEST(FastConstants, multiplyingStaysWithinItsError) {
         ASSERT_EQ(quick.shift, exact.shift);
         ASSERT_EQ(quick.m, exact.m);
     }
+}
+
+TEST(FastRoot, theCubeRootIsThePowerWithTheShortExponent) {
+    QuickRandom random(6);
+    double worst = 0.0;
+    for (int i = 0; i < 200000; ++i) {
+        const double z = std::ldexp(random.between(1.0, 2.0), static_cast<int>(i % 1412) - 900);
+        const double power = std::pow(z, 0.3333333333333333);
+        worst = std::max(worst, std::fabs(kv::detail::cubeRoot(z).root - power) / power);
+        ASSERT_EQ(kv::detail::cubeRoot(-z).root, -kv::detail::cubeRoot(z).root);
+        const double inverse = 1.0 / (power * power);
+        ASSERT_NEAR(kv::detail::cubeRoot(z).inverseSquare / inverse, 1.0, 1e-4);
+    }
+    RecordProperty("largest difference, roundings", std::to_string(worst / kv::detail::kRounding));
+    EXPECT_LE(worst, 7 * kv::detail::kRounding);
+    for (const double z : {0.0, -0.0, 5e-324, -1e-310})
+        EXPECT_LE(std::fabs(kv::detail::cubeRoot(z).root), 1e-102) << z;
+}
+
+TEST(FastRoot, thePolynomialIsTheCosineOfTwoThirdsOfTheAngle) {
+    double worst = 0.0;
+    for (int i = 0; i <= 100000; ++i) {
+        // The square of z is what the caller knows exactly.
+        const double square = i / 100000.0;
+        const long double exact =
+            std::cos(2.0L / 3.0L * std::acos(std::sqrt(static_cast<long double>(square))));
+        const double cosine = kv::detail::cosOfTwoThirds(std::sqrt(square));
+        worst = std::max(worst,
+                         std::fabs(static_cast<double>(static_cast<long double>(cosine) - exact)));
+    }
+    RecordProperty("largest difference, roundings", std::to_string(worst / kv::detail::kRounding));
+    EXPECT_LE(worst, 5 * kv::detail::kRounding);
 }
 
 INSTANTIATE_TEST_SUITE_P(Families, FastEvaluation,

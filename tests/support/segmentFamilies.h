@@ -72,10 +72,10 @@ struct SegmentFamily {
     double fallbacksAtMost;
 };
 
-inline const std::array<SegmentFamily, 14>& segmentFamilies() {
+inline const std::array<SegmentFamily, 15>& segmentFamilies() {
     using detail::Segment;
     using R = QuickRandom&;
-    static const std::array<SegmentFamily, 14> families = {{
+    static const std::array<SegmentFamily, 15> families = {{
         {"general",
          [](R r) { return segmentWithHandles(r, r.between(0.0, 1.0), r.between(0.0, 1.0)); }, 0.01},
         {"nearThirds",
@@ -97,9 +97,9 @@ inline const std::array<SegmentFamily, 14>& segmentFamilies() {
              s.x3 = x + length;
              return s;
          },
-         1.0},
-        {"halfHandles", [](R r) { return segmentWithHandles(r, 0.5, 0.5); }, 0.01},
-        {"unitHandles", [](R r) { return segmentWithHandles(r, 1.0, 0.0); }, 0.1},
+         0.05},
+        {"halfHandles", [](R r) { return segmentWithHandles(r, 0.5, 0.5); }, 0.001},
+        {"unitHandles", [](R r) { return segmentWithHandles(r, 1.0, 0.0); }, 0.03},
         {"collapsedAtTheStart", [](R r) { return segmentWithHandles(r, 0.0, r.between(0.1, 1.0)); },
          0.01},
         {"collapsedAtTheEnd", [](R r) { return segmentWithHandles(r, r.between(0.0, 0.9), 1.0); },
@@ -111,6 +111,20 @@ inline const std::array<SegmentFamily, 14>& segmentFamilies() {
              return s;
          },
          0.01},
+        // Flat where the last bit decides: at the millionth below which a value counts as 0, or
+        // midway between two floats.
+        {"flatOnAnEdge",
+         [](R r) {
+             Segment s = segmentWithHandles(r, r.between(0.0, 1.0), r.between(0.0, 1.0));
+             const float value = static_cast<float>(s.y0);
+             s.y0 =
+                 (static_cast<double>(value) + static_cast<double>(std::nextafter(value, 100.0F))) /
+                 2;
+             if (r.next() % 2 == 0) s.y0 = std::copysign(1e-6, s.y0);
+             s.y1 = s.y2 = s.y3 = s.y0;
+             return s;
+         },
+         1.0},
         {"vertical", [](R r) { return segmentWithHandles(r, 0.0, 1.0); }, 0.01},
         {"overshooting",
          [](R r) { return segmentWithHandles(r, r.between(1.0, 3.0), r.between(-2.0, 0.0)); },
