@@ -75,15 +75,15 @@ void DynamicVolumeFieldForm::putToString(const DynamicVolume& value, std::string
     appendNumbers(text, {low[0], low[1], low[2], high[0], high[1], high[2]});
 }
 
-// In binary: type and state, 16 bits each, then the numbers of the text.
+// In binary: the type in 32 bits, the state in 16, then the numbers of the text.
 
 UInt32 DynamicVolumeFieldForm::getBinSize(const DynamicVolume& value) {
     const UInt32 numbers = value.getType() == DynamicVolume::SPHERE_VOLUME ? 4 : 6;
-    return static_cast<UInt32>(2 * sizeof(UInt16) + numbers * sizeof(Real32));
+    return static_cast<UInt32>(sizeof(UInt32) + sizeof(UInt16) + numbers * sizeof(Real32));
 }
 
 void DynamicVolumeFieldForm::copyToBin(BinaryDataHandler& handler, const DynamicVolume& value) {
-    handler.putValue(static_cast<UInt16>(value.getType()));
+    handler.putValue(static_cast<UInt32>(value.getType()));
     handler.putValue(value.getState());
     Pnt3f low;
     Pnt3f high;
@@ -99,7 +99,7 @@ void DynamicVolumeFieldForm::copyToBin(BinaryDataHandler& handler, const Dynamic
 }
 
 void DynamicVolumeFieldForm::copyFromBin(BinaryDataHandler& handler, DynamicVolume& value) {
-    UInt16 type = 0;
+    UInt32 type = 0;
     UInt16 state = 0;
     handler.getValue(type);
     handler.getValue(state);

@@ -211,14 +211,14 @@ TEST(SerialField, keepsAllBitsOfItsText) {
     serial->pushValueByStr("18446744073709551615");
     std::string text;
     EXPECT_EQ(serial->getValueByStr(text), "18446744073709551615");
-    EXPECT_EQ(dynamic_cast<SFTestSerial*>(serial)->getValue(), 18446744073709551615ull);
-    EXPECT_EQ(std::string(serial->getContentType().getCName()), "TestSerial");
-    EXPECT_EQ(std::string(serial->getType().getCName()), "SFTestSerial");
+    EXPECT_EQ(dynamic_cast<SFIdent64*>(serial)->getValue(), 18446744073709551615ull);
+    EXPECT_EQ(std::string(serial->getContentType().getCName()), "Ident64");
+    EXPECT_EQ(std::string(serial->getType().getCName()), "SFIdent64");
     EXPECT_TRUE(serial->getType() != SFUInt64::getClassType());
 }
 
 TEST(SerialField, isScannedAsAnInt32) {
-    EXPECT_EQ(SFTestSerial::getClassType().getScanTypeId(), SFInt32::getClassType().getId());
+    EXPECT_EQ(SFIdent64::getClassType().getScanTypeId(), SFInt32::getClassType().getId());
     EXPECT_EQ(SFUInt64::getClassType().getScanTypeId(), SFUInt64::getClassType().getId());
 }
 

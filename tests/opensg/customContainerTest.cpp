@@ -1,4 +1,5 @@
 // A program's own containers: copies, binary form, pointer fields.
+#include "opensg/bytesInMemory.h"
 #include "opensg/held.h"
 #include "opensg/testContainers.h"
 
@@ -62,6 +63,40 @@ TEST(CustomContainer, binaryFormHoldsTheFieldsOfTheMask) {
     EXPECT_EQ(list->getBinSize(FieldBits::NoField), 0u);
     EXPECT_EQ(list->getBinSize(TestShotList::PaceFieldMask), 4u);
     EXPECT_EQ(list->getBinSize(TestShotList::PaceFieldMask | TestShotList::SubjectFieldMask), 8u);
+}
+
+TEST(CustomContainer, comesBackFromItsBinaryForm) {
+    Held<TestShotListPtr> list(TestShotList::create());
+    Held<NodePtr> subject(Node::create());
+    Held<TestCaptionPtr> first(TestCaption::create());
+    Held<TestCaptionPtr> second(TestCaption::create());
+    list->setHeading("A \"quoted\" heading");
+    list->setPace(1.f / 3.f);
+    list->setSubject(subject);
+    list->addCaption(first);
+    list->addCaption(second);
+    list->addCaption(first);
+
+    const BitVector mask = FieldBits::AllFields & ~TestShotList::ParentsFieldMask;
+    BytesInMemory stream;
+    list->copyToBin(stream, mask);
+    EXPECT_EQ(stream.getBytes().size(), list->getBinSize(mask));
+    // internal 1, heading 4 + 18 + 1, subject 4, pace 4, captions 4 + 3 * 4
+    EXPECT_EQ(stream.getBytes().size(), 1u + 23u + 4u + 4u + 16u);
+
+    Held<TestShotListPtr> other(TestShotList::create());
+    other->copyFromBin(stream, mask);
+    EXPECT_EQ(other->getHeading(), "A \"quoted\" heading");
+    EXPECT_EQ(other->getPace(), 1.f / 3.f);
+    EXPECT_TRUE(other->getSubject() == subject.get());
+    ASSERT_EQ(other->getCaptions().size(), 3u);
+    EXPECT_TRUE(other->getCaptions()[0] == first.get());
+    EXPECT_TRUE(other->getCaptions()[1] == second.get());
+    EXPECT_TRUE(other->getCaptions()[2] == first.get());
+    // The stream's pointers are not counted: the container is told to.
+    EXPECT_EQ(subject.get().getRefCount(), 2);
+    endEditCP(other.get(), mask, ChangedOrigin::Abstract | ChangedOrigin::AbstrIncRefCount);
+    EXPECT_EQ(subject.get().getRefCount(), 3);
 }
 
 TEST(PointerFields, mayBeUsedAsFieldsOfAnyPointer) {

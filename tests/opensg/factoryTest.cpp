@@ -132,4 +132,22 @@ TEST(Factory, typesThatComeLaterWaitUntilAskedFor) {
     EXPECT_TRUE(factory().initializePendingTypes());
 }
 
+TEST(Factory, secondTypeOfANameIsNotFound) {
+    ::testing::internal::CaptureStderr();
+    static FieldContainerType second("Node", "NodeCore", NULL, NULL, NULL, NULL, 0);
+    EXPECT_TRUE(FieldContainerFactory::the()->initializePendingTypes());
+    EXPECT_TRUE(FieldContainerFactory::the()->findType("Node") == &Node::getClassType());
+    EXPECT_TRUE(second.getParent() == NULL);
+    ::testing::internal::GetCapturedStderr();
+}
+
+TEST(Factory, forgetsTypesThatEnd) {
+    {
+        FieldContainerType passing("TestPassing", "Attachment", NULL, NULL, NULL, NULL, 0);
+        FieldContainerFactory::the()->initializePendingTypes();
+        EXPECT_TRUE(FieldContainerFactory::the()->findType("TestPassing") == &passing);
+    }
+    EXPECT_TRUE(FieldContainerFactory::the()->findType("TestPassing") == NULL);
+}
+
 } // namespace

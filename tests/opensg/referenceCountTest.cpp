@@ -242,4 +242,17 @@ TEST(ReferenceCount, containerThatDiesReleasesWhatItCounted) {
     EXPECT_FALSE(isAlive(id));
 }
 
+// From the moment its count is 0 a container cannot be found, although what it held may follow.
+TEST(Destruction, isOverWhenTheLastReleaseReturns) {
+    TestShotListPtr list = TestShotList::create();
+    addRefCP(list);
+    TestShotListPtr inner = TestShotList::create();
+    const NodePtr node = Node::create();
+    node->addAttachment(inner);
+    list->setSubject(node);
+    TestShotList::destroyed = 0;
+    subRefCP(list);
+    EXPECT_EQ(TestShotList::destroyed, 2);
+}
+
 } // namespace

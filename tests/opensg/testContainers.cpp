@@ -2,7 +2,6 @@
 #include "opensg/testContainers.h"
 
 #include <OpenSG/OSGBinaryDataHandler.h>
-#include <OpenSG/OSGInt32Fields.h>
 #include <OpenSG/OSGMFieldTypeDef.inl>
 #include <OpenSG/OSGSFieldTypeDef.inl>
 #include <OpenSG/OSGVolume.h>
@@ -12,13 +11,6 @@ OSG_BEGIN_NAMESPACE
 DataType FieldDataTraits<TestCaptionPtr>::_type("TestCaptionPtr", "FieldContainerPtr");
 OSG_DLLEXPORT_SFIELD_DEF1(TestCaptionPtr, );
 OSG_DLLEXPORT_MFIELD_DEF1(TestCaptionPtr, );
-
-DataType FieldDataTraits2<UInt64>::_type("TestSerial", NULL);
-template <>
-const FieldType SField<UInt64, 2>::_fieldType("SFTestSerial", "Field",
-                                              FieldDataTraits2<UInt64>::getType(),
-                                              SField<UInt64, 2>::create, FieldType::SINGLE_FIELD,
-                                              SFInt32::getClassType());
 
 #define TEST_MASK(CLASS, FIELD)                                                                    \
     const BitVector CLASS::FIELD##FieldMask = TypeTraits<BitVector>::One << CLASS::FIELD##FieldId
@@ -31,7 +23,7 @@ const FieldType SField<UInt64, 2>::_fieldType("SFTestSerial", "Field",
 TEST_MASK(TestCaption, Words);
 TEST_MASK(TestCaption, Serial);
 FieldDescription* TestCaption::_desc[] = {TEST_DESC(TestCaption, SFString, Words, "words"),
-                                          TEST_DESC(TestCaption, SFTestSerial, Serial, "serial")};
+                                          TEST_DESC(TestCaption, SFIdent64, Serial, "serial")};
 FieldContainerType TestCaption::_type("TestCaption", "FieldContainer", NULL,
                                       &TestCaption::makePrototype, NULL, _desc, sizeof(_desc));
 OSG_FIELD_CONTAINER_DEF(TestCaption, TestCaptionPtr)

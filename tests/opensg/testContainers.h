@@ -13,8 +13,9 @@
 #include <OpenSG/OSGReal32Fields.h>
 #include <OpenSG/OSGStringFields.h>
 #include <OpenSG/OSGUInt32Fields.h>
-#include <OpenSG/OSGUInt64Fields.h>
 #include <OpenSG/OSGVec3fFields.h>
+
+#include <OSGIdent64Field.h>
 
 #include <utility>
 #include <vector>
@@ -45,26 +46,6 @@ struct FieldDataTraits<TestCaptionPtr> : public FieldTraitsRecurseMapper<TestCap
 typedef SField<TestCaptionPtr> SFTestCaptionPtr;
 typedef MField<TestCaptionPtr> MFTestCaptionPtr;
 
-/// A 64-bit number whose field the readers of text scan as an Int32.
-template <>
-struct FieldDataTraits2<UInt64> : public FieldTraitsIntegralRecurseMapper<UInt64> {
-    static DataType _type;
-    enum {
-        StringConvertable = FieldTraits::ToStringConvertable | FieldTraits::FromStringConvertable
-    };
-    static DataType& getType(void) { return _type; }
-    static const Char8* getSName(void) { return "SFTestSerial"; }
-    static const Char8* getMName(void) { return "MFTestSerial"; }
-    static bool getFromString(UInt64& value, const Char8*& text) {
-        value = TypeTraits<UInt64>::getFromString(text);
-        return true;
-    }
-    static void putToString(const UInt64& value, std::string& text) {
-        text = TypeTraits<UInt64>::putToString(value);
-    }
-};
-typedef SField<UInt64, 2> SFTestSerial;
-
 /// A line of text. Not an attachment: it lives in lists.
 class TestCaption : public FieldContainer {
     typedef FieldContainer Inherited;
@@ -90,7 +71,7 @@ class TestCaption : public FieldContainer {
 
   protected:
     SFString _sfWords;
-    SFTestSerial _sfSerial;
+    SFIdent64 _sfSerial;
 
     Field* fieldWords(void) { return &_sfWords; }
     Field* fieldSerial(void) { return &_sfSerial; }

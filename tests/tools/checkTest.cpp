@@ -1,4 +1,5 @@
 // kvanim check: every finding just outside what is sound, and what is sound just inside.
+#include "tools/binaryScene.h"
 #include "tools/program.h"
 #include "tools/sceneText.h"
 
@@ -7,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -24,9 +26,9 @@ namespace {
 class KvanimCheck : public ::testing::Test {
   protected:
     /// The findings in a scene; the exit code must agree with them.
-    std::vector<Json> findings(const std::string& scene) {
-        program.write("scene.osg", scene);
-        const Outcome outcome = program.run("check scene.osg --json");
+    std::vector<Json> findings(const std::string& scene, const std::string& name = "scene.osg") {
+        program.write(name, scene);
+        const Outcome outcome = program.run("check " + name + " --json");
         EXPECT_EQ(outcome.error, "");
         const Json json = Json::parse(outcome.out, nullptr, false);
         if (json.is_discarded()) {
@@ -38,9 +40,10 @@ class KvanimCheck : public ::testing::Test {
         return found;
     }
 
-    std::vector<std::string> kinds(const std::string& scene) {
+    std::vector<std::string> kinds(const std::string& scene,
+                                   const std::string& name = "scene.osg") {
         std::vector<std::string> found;
-        for (const Json& finding : findings(scene))
+        for (const Json& finding : findings(scene, name))
             found.push_back(finding["kind"]);
         return found;
     }
@@ -170,10 +173,15 @@ TEST_F(KvanimCheck, anEvaluatedSegmentIsNamedByItsStoredKey) {
 TEST_F(KvanimCheck, numbersMustBeFinite) {
     EXPECT_THAT(kinds(withKeys(heldKey("0") + heldKey("10", "3.4e38"))), IsEmpty());
     EXPECT_THAT(kinds(withKeys(heldKey("0") + heldKey("10", "3.5e38"))), ElementsAre("not-finite"));
-    EXPECT_THAT(kinds(withKeys(heldKey("0") + heldKey("10", "nan"))), ElementsAre("not-finite"));
-    EXPECT_THAT(kinds(withKeys(heldKey("0") + heldKey("1") + heldKey("nan"))),
+    const auto with = [](float number, const std::string& keys) {
+        return binaryScene(withKeys(keys), 77, number);
+    };
+    EXPECT_THAT(kinds(with(NAN, heldKey("0") + heldKey("10", "77")), "scene.osb"),
+                ElementsAre("not-finite"));
+    EXPECT_THAT(kinds(with(NAN, heldKey("0") + heldKey("1") + heldKey("77")), "scene.osb"),
                 Contains("not-finite"));
-    const auto found = findings(withKeys(keyText("0", "0", "inf") + keyText("10", "10", "10")));
+    const auto found =
+        findings(with(INFINITY, keyText("0", "0", "77") + keyText("10", "10", "10")), "scene.osb");
     ASSERT_EQ(found.size(), 1u);
     EXPECT_EQ(found[0]["key"], 0);
     EXPECT_THAT(found[0]["reason"].get<std::string>(), HasSubstr("outgoing handle"));
@@ -326,7 +334,7 @@ TEST_F(KvanimCheck, sequencesHaveFramesToo) {
                          clipText("Dance", trackText(heldBlock("Walk", 0, 9),
                                                      sequenceText("fanfare", start, "9"))));
     };
-    EXPECT_THAT(kinds(scene("nan")), ElementsAre("not-finite"));
+    EXPECT_THAT(kinds(binaryScene(scene("77"), 77, NAN), "scene.osb"), ElementsAre("not-finite"));
     EXPECT_THAT(kinds(scene("-16777218")), Contains("imprecise-frame"));
 }
 

@@ -11,8 +11,8 @@ using ::testing::Not;
 namespace {
 
 // A material with a colour and a single number, a camera, and a node without a core.
-const char* const kScene = R"(#OSG V1.0
-DEF Root Node {
+const char* const kScene = "#OSG V1.0 \n"
+                           R"(DEF Root Node {
     attachments [ Name { name "Root" } ]
     core MaterialGroup { material SimpleMaterial { diffuse 0.25 0.5 0.75 shininess 12.5 } }
     children [

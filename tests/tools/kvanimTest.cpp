@@ -308,6 +308,13 @@ TEST_F(WithScene, importOntoAClipPutsEachBlockOnATrackOfItsOwn) {
     expectRefused(program.run("play clip.osg"), "clip.osg", "--clip");
 }
 
+TEST_F(WithScene, everyNumberOfTheDumpIsKeptInBinaryForm) {
+    ASSERT_EQ(program.run("import walk.bvh --dump before.txt -o again.osb").code, 0);
+    ASSERT_EQ(program.run("dump again.osb -o after.txt").code, 0);
+    EXPECT_EQ(program.read("before.txt"), program.read("after.txt"));
+    EXPECT_NE(program.read("after.txt"), "");
+}
+
 TEST_F(WithScene, theGroupThatReadingPutsAboveTheSceneIsTakenOff) {
     const Json json = Json::parse(program.run("info walk.osg --json").out);
     EXPECT_EQ(json["nodes"], 4) << "Hips, Knee, the end site, and the stick figure of the importer";

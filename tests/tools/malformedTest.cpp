@@ -69,7 +69,6 @@ TEST_F(KvanimMalformed, sceneFilesThatCannotBeRead) {
         "#OSG V1.0 \nNode {\n    children [\n        Node {\n",
         "Node { travMask 12x }",
         "Node { ] }",
-        "DEF a Node { children [ USE a ] }",
         "Node { attachments [ AnimationAttachment { curves [ AnimationCurve { ",
         "Node { attachments [ AnimationAttachment { curves [ AnimationCurve { controlPoints [ "
         "AnimationControlPoint { ControlPoint 1 } ] } ] } ] }",
@@ -80,6 +79,22 @@ TEST_F(KvanimMalformed, sceneFilesThatCannotBeRead) {
         expectAnswer("broken.osg", content);
     EXPECT_EQ(refused, 3 * static_cast<int>(std::size(broken)));
     EXPECT_EQ(program.fileCount(), 1) << "no output file may be left behind";
+}
+
+TEST_F(KvanimMalformed, textThatIsNoSceneIsRefusedByEveryCommand) {
+    program.write("text.osg", "hello\n");
+    for (const char* command : {"info", "dump", "play", "plot -o p.svg", "eval --frames 0:1"}) {
+        const Outcome outcome = program.run(std::string(command) + " text.osg");
+        EXPECT_EQ(outcome.code, 1) << command;
+        EXPECT_EQ(lineCount(outcome.error), 1) << outcome.error;
+        EXPECT_THAT(outcome.error, StartsWith("kvanim: text.osg: is not a readable scene"));
+    }
+    EXPECT_EQ(program.fileCount(), 1) << "no output file may be left behind";
+}
+
+TEST_F(KvanimMalformed, aNodeBelowItself) {
+    // OpenSG passes over the reference, the embedded scene graph refuses the file.
+    expectAnswer("circle.osg", "DEF a Node { children [ USE a ] }");
 }
 
 TEST_F(KvanimMalformed, recordsOfTheWrongKindInTheLists) {

@@ -1,5 +1,6 @@
 // kvanim info: what a scene holds; and kvanim dump, its exact text form.
 #include "commands.h"
+#include "containerDump.h"
 #include "dump.h"
 #include "errors.h"
 #include "numbers.h"
@@ -221,6 +222,7 @@ void addDump(CLI::App& program) {
         std::string file;
         std::string frames;
         std::string output;
+        bool containers = false;
     };
     auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand(
@@ -231,11 +233,20 @@ void addDump(CLI::App& program) {
                         "Frames, separated by commas (ten over the range by default)");
     command->add_option("-o,--output", options->output,
                         "File to write (standard output by default)");
+    command
+        ->add_flag("--containers", options->containers,
+                   "Print every container of the file with its fields instead, animation as stored")
+        ->excludes("--frames");
     command->callback([options] {
         const bool spread = options->frames.empty();
         const std::vector<float> named =
             spread ? std::vector<float>() : parseFrames(options->frames);
         if (!options->output.empty() && options->output != "-") requireWritable(options->output);
+        if (options->containers) {
+            const Scene scene = Scene::read(options->file);
+            writeText(options->output, containersOf(scene.root()));
+            return;
+        }
         const Scene scene = Scene::load(options->file);
         writeText(options->output, dumpOf(scene, spread ? defaultDumpFrames(scene) : named));
     });

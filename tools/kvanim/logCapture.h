@@ -16,6 +16,9 @@ class LogCapture {
     /// Ends the capture and returns what was logged, without the level at the start of each line.
     std::string end();
 
+    /// Where the log goes meanwhile; empty when it cannot be taken.
+    const std::string& file() const { return _file; }
+
   private:
     std::string _file;
     bool _open = false;

@@ -4,8 +4,10 @@
 #include "errors.h"
 #include "logCapture.h"
 #include "outputFile.h"
+#include "readerGuard.h"
 #include "sceneFormat.h"
 #include "storedClips.h"
+#include "storedKinds.h"
 
 #include <kvAnimationAttachmentInteraction.h>
 #include <kvAnimationBlock.h>
@@ -41,6 +43,20 @@ void requireReadable(const std::string& file) {
     if (status.type() == fs::file_type::not_found) throw InputError(file, "no such file");
     if (fs::is_directory(status)) throw InputError(file, "is a directory, not a scene file");
     if (!std::ifstream(file, std::ios::binary)) throw InputError(file, "cannot be opened");
+}
+
+osg::NodePtr readGuarded(const std::string& file, [[maybe_unused]] const std::string& leftover) {
+#if defined(KVANIM_GUARDS_READER)
+    const ReaderGuard guard(file, leftover);
+#endif
+    return osg::SceneFileHandler::the().read(file.c_str(), nullptr);
+}
+
+/// What the log said in several lines, in one.
+std::string oneLine(std::string said) {
+    for (std::size_t at = said.find('\n'); at != std::string::npos; at = said.find('\n', at))
+        said.replace(at, 1, "; ");
+    return said;
 }
 
 /// Reading an ASCII scene puts a Group above the file's own root. It is taken off again, so that a
@@ -101,21 +117,23 @@ Scene Scene::load(const std::string& file) {
 Scene Scene::read(const std::string& file) {
     requireReadable(file);
     LogCapture log;
-    const osg::NodePtr read = osg::SceneFileHandler::the().read(file.c_str(), nullptr);
+    const osg::NodePtr read = readGuarded(file, log.file());
     const std::string said = log.end();
     if (read == osg::NullFC)
-        throw InputError(file, "is not a readable scene" + (said.empty() ? said : ": " + said));
+        throw InputError(file,
+                         "is not a readable scene" + (said.empty() ? said : ": " + oneLine(said)));
     // OpenSG hands out what stands before an error, too: half a scene, to be taken for a whole one.
     if (said.find("syntax error") != std::string::npos) {
         osg::NodePtr half = read;
         osg::addRefCP(half);
         osg::subRefCP(half);
-        throw InputError(file, "is not a readable scene: " + said);
+        throw InputError(file, "is not a readable scene: " + oneLine(said));
     }
     if (!said.empty()) std::cerr << said << '\n';
     osg::NodePtr root = withoutWrapper(read, file);
     Scene scene(root, file);
     osg::subRefCP(root);
+    requireRecordsOfTheirKind(scene);
     requireMeasuredClips(scene);
     return scene;
 }

@@ -46,6 +46,10 @@ class BinaryDataHandler {
     BinaryDataHandler& operator=(const BinaryDataHandler&) = delete;
     virtual ~BinaryDataHandler();
 
+    /// Sends all bytes straight through `read` and `write`. Here they never go another way; OpenSG
+    /// gathers them in buffers that the derived class supplies, unless it is told otherwise.
+    virtual void forceDirectIO() {}
+
     /// Bytes as they are.
     void put(const void* source, UInt32 size);
     void get(void* destination, UInt32 size);

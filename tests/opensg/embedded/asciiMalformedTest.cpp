@@ -1,7 +1,8 @@
 // Broken ASCII scenes: nothing comes back, the log has one line with file, line and reason, and no
-// container is left behind.
+// container is left behind. OpenSG hands out what stands before the damage, crashes over some of
+// it, says no place or reason, and reads nothing more after it was given a directory.
 
-#include "opensg/embedded/fileContainers.h"
+#include "opensg/fileContainers.h"
 #include "opensg/sceneFileSupport.h"
 
 #include <OpenSG/OSGFieldContainerFactory.h>

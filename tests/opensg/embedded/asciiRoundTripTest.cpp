@@ -1,117 +1,32 @@
-// Scenes that are written as text and read again: what is kept, and the form in which it stands.
-
+// What only the writer of the embedded scene graph keeps in a text. OpenSG's keeps seven digits of
+// a number, follows the locale, turns any blanks into one, escapes nothing, uses names that are no
+// words, or that two nodes have, for what it refers to, and breaks no lines between vectors; its
+// reader has no tokens for many types of values.
+#include "opensg/asciiRoundTrip.h"
 #include "opensg/embedded/fileContainers.h"
-#include "opensg/sceneFileSupport.h"
 #include "support/commaLocale.h"
 
-#include <OpenSG/OSGGroup.h>
 #include <OpenSG/OSGLoader.h>
-#include <OpenSG/OSGOSGWriter.h>
-#include <OpenSG/OSGTransform.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <random>
 #include <set>
 #include <sstream>
 
 using namespace osg;
+using namespace asciiRoundTrip;
 
 namespace {
 
 typedef std::vector<std::string> Lines;
 
-NodePtr makeNode() {
-    return makeCoredNode<Group>();
-}
-
-template <class Attachment>
-typename Attachment::Ptr attach(const NodePtr& node) {
-    const typename Attachment::Ptr attachment = Attachment::create();
-    node->addAttachment(attachment);
-    return attachment;
-}
-
-/// The scene written and read, without the group that reading adds.
-class Copy {
-  public:
-    explicit Copy(const Scene& scene) : _text(writeText(scene.root())), _scene(readText(_text)) {}
-
-    const std::string& text() const { return _text; }
-    NodePtr root() const { return _scene.isNull() ? NodePtr() : _scene.at({0}); }
-    template <class T>
-    typename T::Ptr attachment() const {
-        return _scene.attachment<T>(root());
-    }
-
-  private:
-    std::string _text;
-    Scene _scene;
-};
-
 bool sameBits(float a, float b) {
     return std::memcmp(&a, &b, sizeof a) == 0;
-}
-
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
-
-TEST(AsciiRoundTrip, theTextHasOpenSGsForm) {
-    const Scene scene(makeNode());
-    setName(scene.root(), "root");
-    const FileSheetPtr sheet = attach<FileSheet>(scene.root());
-    sheet->setTitle("Opening");
-    const NodePtr arm = makeNode();
-    setName(arm, "arm");
-    scene->addChild(arm);
-    sheet->setTarget(arm);
-    const FileItemPtr item = FileItem::create();
-    item->setLabel("first");
-    sheet->addItem(item);
-    arm->setTravMask(0);
-    // Attachments stand in the order of their groups' numbers, which depends on the program.
-    const std::string name = "        Name {\n            internal FALSE\n"
-                             "            name \"root\"\n        }\n";
-    const std::string sheetText = "        FileSheet {\n            internal FALSE\n"
-                                  "            title \"Opening\"\n"
-                                  "            target\n"
-                                  "                DEF arm Node {\n"
-                                  "                    attachments [ \n"
-                                  "                        Name {\n"
-                                  "                            internal FALSE\n"
-                                  "                            name \"arm\"\n"
-                                  "                        }\n"
-                                  "                     ] \n"
-                                  "                    volume 0 0 0 0 0 0\n"
-                                  "                    travMask 0\n"
-                                  "                    children [\n"
-                                  "                    ]\n"
-                                  "                    core\n"
-                                  "                        Group {\n"
-                                  "                            attachments [  ] \n"
-                                  "                        }\n"
-                                  "                }\n"
-                                  "            speed 1\n"
-                                  "            items [\n"
-                                  "                FileItem {\n"
-                                  "                    label \"first\"\n"
-                                  "                    next NULL\n"
-                                  "                }\n"
-                                  "            ]\n"
-                                  "            anything NULL\n"
-                                  "        }\n";
-    const std::string before = "#OSG V1.0 \nNode {\n    attachments [ \n";
-    const std::string after = "     ] \n    volume 0 0 0 0 0 0\n    travMask 4294967295\n"
-                              "    children [\n        USE arm\n    ]\n    core\n"
-                              "        Group {\n            attachments [  ] \n        }\n}\n";
-    const std::string text = writeText(scene.root());
-    EXPECT_TRUE(text == before + name + sheetText + after ||
-                text == before + sheetText + name + after)
-        << text;
 }
 
 TEST(AsciiRoundTrip, everyFloatComesBackBitForBit) {
@@ -150,7 +65,7 @@ TEST(AsciiRoundTrip, floatsHaveNoMoreDigitsThanTheyNeed) {
     const Scene scene(makeNode());
     const FileValuesPtr values = attach<FileValues>(scene.root());
     values->setReal32(0.1f);
-    values->setReal64(0.1);
+    attach<FileRareValues>(scene.root())->setReal64(0.1);
     values->setVec2f(Vec2f(1.57079637f, -2));
     const std::string text = writeText(scene.root());
     EXPECT_TRUE(contains(text, "real32 0.1\n"));
@@ -162,10 +77,10 @@ TEST(AsciiRoundTrip, everyDoubleComesBackBitForBit) {
     const double doubles[] = {0.1, 1. / 3, -1e308, 4.9406564584124654e-324, 123456789.123456789};
     for (const double value : doubles) {
         const Scene scene(makeNode());
-        attach<FileValues>(scene.root())->setReal64(value);
+        attach<FileRareValues>(scene.root())->setReal64(value);
         const Copy copy(scene);
         ASSERT_NE(copy.root(), NullFC);
-        EXPECT_EQ(copy.attachment<FileValues>()->getReal64(), value);
+        EXPECT_EQ(copy.attachment<FileRareValues>()->getReal64(), value);
     }
 }
 
@@ -176,7 +91,7 @@ TEST(AsciiRoundTrip, numbersThatAreNotFiniteComeBackWithOneWarning) {
     for (const float value : {std::numeric_limits<float>::quiet_NaN(), inf, -inf})
         values->getReal32s().push_back(value);
     values->setVec2f(Vec2f(-std::numeric_limits<float>::quiet_NaN(), 1));
-    values->setReal64(-std::numeric_limits<double>::infinity());
+    attach<FileRareValues>(scene.root())->setReal64(-std::numeric_limits<double>::infinity());
     LogLines log;
     const Copy copy(scene);
     ASSERT_EQ(log.take().size(), 1u);
@@ -184,64 +99,49 @@ TEST(AsciiRoundTrip, numbersThatAreNotFiniteComeBackWithOneWarning) {
     EXPECT_TRUE(contains(copy.text(), "nan, inf, -inf\n"));
     EXPECT_TRUE(contains(copy.text(), "vec2f nan 1\n"));
     const FileValuesPtr found = copy.attachment<FileValues>();
-    EXPECT_TRUE(std::isnan(found->getReal32s(0)));
-    EXPECT_EQ(found->getReal32s(1), inf);
-    EXPECT_EQ(found->getReal32s(2), -inf);
+    EXPECT_TRUE(std::isnan(found->getReal32s()[0]));
+    EXPECT_EQ(found->getReal32s()[1], inf);
+    EXPECT_EQ(found->getReal32s()[2], -inf);
     EXPECT_TRUE(std::isnan(found->getVec2f()[0]));
-    EXPECT_EQ(found->getReal64(), -std::numeric_limits<double>::infinity());
+    EXPECT_EQ(copy.attachment<FileRareValues>()->getReal64(),
+              -std::numeric_limits<double>::infinity());
 }
 
-TEST(AsciiRoundTrip, finiteNumbersGiveNoWarning) {
+TEST(AsciiRoundTrip, valuesOfTypesThatOpenSGsReaderHasNoTokenFor) {
     const Scene scene(makeNode());
-    attach<FileValues>(scene.root())->setReal32(1e38f);
-    LogLines log;
-    EXPECT_FALSE(writeText(scene.root()).empty());
-    EXPECT_EQ(log.take(), Lines());
-}
-
-TEST(AsciiRoundTrip, valuesOfAllTypes) {
-    const Scene scene(makeNode());
-    const FileValuesPtr values = attach<FileValues>(scene.root());
-    values->setBool(true);
-    values->setInt8(-7);
-    values->setUInt8(200);
+    const FileRareValuesPtr values = attach<FileRareValues>(scene.root());
     values->setInt64((std::numeric_limits<Int64>::min)());
     values->setUInt64((std::numeric_limits<UInt64>::max)());
     values->setMask(1ull << 63);
     values->setVec4d(Vec4d(0.1, 0.2, 1e-300, 4));
     values->setVec3s(Vec3s(-1, 2, 32767));
-    values->setColor4ub(Color4ub(1, 2, 3, 255));
-    Matrix matrix;
-    for (UInt32 i = 0; i < 16; ++i)
-        matrix[i % 4][i / 4] = static_cast<float>(i) / 7;
-    values->setMatrix(matrix);
-    values->getMatrices().push_back(matrix);
+    values->getMatrices().push_back(someMatrix());
     values->getMatrices().push_back(Matrix());
     for (const bool value : {true, false, true})
         values->getBools().push_back(value);
-    DynamicVolume sphere;
-    sphere.setSphere(Pnt3f(1, 2, 1.f / 3), 5);
-    values->setVolume(sphere);
     const Copy copy(scene);
     ASSERT_NE(copy.root(), NullFC);
-    const FileValuesPtr found = copy.attachment<FileValues>();
-    EXPECT_TRUE(found->getBool());
-    EXPECT_EQ(found->getInt8(), -7);
-    EXPECT_EQ(found->getUInt8(), 200);
+    const FileRareValuesPtr found = copy.attachment<FileRareValues>();
     EXPECT_EQ(found->getInt64(), (std::numeric_limits<Int64>::min)());
     EXPECT_EQ(found->getUInt64(), (std::numeric_limits<UInt64>::max)());
     EXPECT_EQ(found->getMask(), 1ull << 63);
     for (UInt32 i = 0; i < 4; ++i)
         EXPECT_EQ(found->getVec4d()[i], values->getVec4d()[i]);
     EXPECT_EQ(found->getVec3s()[2], 32767);
-    EXPECT_EQ(found->getColor4ub()[3], 255);
     ASSERT_EQ(found->getMatrices().size(), 2u);
-    for (UInt32 i = 0; i < 16; ++i) {
-        EXPECT_TRUE(sameBits(found->getMatrix()[i % 4][i / 4], matrix[i % 4][i / 4]));
-        EXPECT_TRUE(sameBits(found->getMatrices(0)[i % 4][i / 4], matrix[i % 4][i / 4]));
-    }
+    EXPECT_TRUE(found->getMatrices()[0].equals(someMatrix(), 0));
     ASSERT_EQ(found->getBools().size(), 3u);
     EXPECT_FALSE(found->getBools()[1]);
+}
+
+TEST(AsciiRoundTrip, spheresStaySpheres) {
+    const Scene scene(makeNode());
+    DynamicVolume sphere;
+    sphere.setSphere(Pnt3f(1, 2, 1.f / 3), 5);
+    attach<FileValues>(scene.root())->setVolume(sphere);
+    const Copy copy(scene);
+    ASSERT_NE(copy.root(), NullFC);
+    const FileValuesPtr found = copy.attachment<FileValues>();
     EXPECT_EQ(found->getVolume().getType(), DynamicVolume::SPHERE_VOLUME);
     Pnt3f center;
     found->getVolume().getCenter(center);
@@ -298,7 +198,7 @@ TEST(AsciiRoundTrip, textsComeBackToTheLetter) {
     const FileValuesPtr found = copy.attachment<FileValues>();
     ASSERT_EQ(found->getStrings().size(), std::size(texts));
     for (UInt32 i = 0; i < std::size(texts); ++i)
-        EXPECT_EQ(found->getStrings(i), texts[i]);
+        EXPECT_EQ(found->getStrings()[i], texts[i]);
 }
 
 TEST(AsciiRoundTrip, longTextsAndListsGoBeyondEveryBuffer) {
@@ -310,7 +210,8 @@ TEST(AsciiRoundTrip, longTextsAndListsGoBeyondEveryBuffer) {
     const Copy copy(scene);
     ASSERT_NE(copy.root(), NullFC);
     EXPECT_EQ(copy.attachment<FileValues>()->getString(), values->getString());
-    EXPECT_EQ(copy.attachment<FileValues>()->getReal32s(), values->getReal32s());
+    EXPECT_TRUE(copy.attachment<FileValues>()->getReal32s().getValues() ==
+                values->getReal32s().getValues());
 }
 
 TEST(AsciiRoundTrip, listsAreBrokenIntoLines) {
@@ -378,18 +279,6 @@ INSTANTIATE_TEST_SUITE_P(AsciiRoundTrip, SharedNames,
                                            "MFVec3f", "PROTO", "a\\b", "a,b", "a\nb", "\xC3\xA4rm",
                                            "-x", "+x"));
 
-TEST(AsciiRoundTrip, aSharedNodeWithoutANameIsNamedByTypeAndNumber) {
-    const Scene scene(makeNode());
-    const NodePtr child = makeNode();
-    scene->addChild(child);
-    attach<FileSheet>(scene.root())->setTarget(child);
-    const std::string expected = "Node" + std::to_string(getContainerId(child));
-    const Copy copy(scene);
-    ASSERT_NE(copy.root(), NullFC);
-    EXPECT_TRUE(contains(copy.text(), "DEF " + expected + " Node {"));
-    EXPECT_EQ(nameOf(copy.root()->getChild(0)), expected);
-}
-
 TEST(AsciiRoundTrip, aMadeUpNameGivesWayToOneThatIsTaken) {
     const Scene scene(makeNode());
     const NodePtr unnamed = makeNode();
@@ -414,76 +303,13 @@ TEST(AsciiRoundTrip, aMadeUpNameGivesWayToOneThatIsTaken) {
         sheetOf(node)->setTarget(NullFC);
 }
 
-TEST(AsciiRoundTrip, containersThatAreMetOnceHaveNoName) {
-    const Scene scene(makeNode());
-    setName(scene.root(), "root");
-    scene->addChild(makeNode());
-    EXPECT_FALSE(contains(writeText(scene.root()), "DEF"));
-}
-
-TEST(AsciiRoundTrip, sharedCoresAttachmentsAndItemsStayShared) {
-    const Scene scene(makeNode());
-    const TransformPtr core = Transform::create();
-    const FileSheetPtr sheet = FileSheet::create();
-    const FileItemPtr item = FileItem::create();
-    sheet->addItem(item);
-    sheet->addItem(item);
-    for (unsigned i = 0; i < 3; ++i) {
-        const NodePtr child = makeNodeFor(core);
-        child->addAttachment(sheet);
-        scene->addChild(child);
-    }
-    const Copy copy(scene);
-    ASSERT_NE(copy.root(), NullFC);
-    const NodePtr first = copy.root()->getChild(0);
-    const AttachmentPtr found = first->findAttachment(FileSheet::getClassType());
-    for (UInt32 i = 0; i < 3; ++i) {
-        EXPECT_EQ(copy.root()->getChild(i)->getCore(), first->getCore());
-        EXPECT_EQ(copy.root()->getChild(i)->findAttachment(FileSheet::getClassType()), found);
-    }
-    EXPECT_EQ(first->getCore().getRefCount(), 3);
-    EXPECT_EQ(found.getRefCount(), 3);
-    const FileSheetPtr foundSheet = FileSheetPtr::dcast(found);
-    ASSERT_EQ(foundSheet->getItems().size(), 2u);
-    EXPECT_EQ(foundSheet->getItems(0), foundSheet->getItems(1));
-    EXPECT_EQ(foundSheet->getItems(0).getRefCount(), 2);
-}
-
-TEST(AsciiRoundTrip, nodesOutsideTheSceneAreWrittenWithAllBelowThem) {
-    const Scene outside(makeNode());
-    const NodePtr below = makeNode();
-    below->setTravMask(5);
-    outside->addChild(below);
-    const Scene scene(makeNode());
-    attach<FileSheet>(scene.root())->setTarget(outside.root());
-    const Copy copy(scene);
-    ASSERT_NE(copy.root(), NullFC);
-    const NodePtr target = copy.attachment<FileSheet>()->getTarget();
-    ASSERT_NE(target, NullFC);
-    EXPECT_EQ(target->getParent(), NullFC);
-    ASSERT_EQ(target->getNChildren(), 1u);
-    EXPECT_EQ(target->getChild(0)->getTravMask(), 5u);
-}
-
-TEST(AsciiRoundTrip, nullsInListsOfPointersAreDropped) {
-    const Scene scene(makeNode());
-    const FileSheetPtr sheet = attach<FileSheet>(scene.root());
-    sheet->addItem(FileItem::create());
-    sheet->getItems().push_back(NullFC);
-    sheet->addItem(FileItem::create());
-    const Copy copy(scene);
-    ASSERT_NE(copy.root(), NullFC);
-    EXPECT_TRUE(contains(copy.text(), "NULL\n"));
-    EXPECT_EQ(copy.attachment<FileSheet>()->getItems().size(), 2u);
-}
-
 TEST(AsciiRoundTrip, internalAttachmentsAndFieldsAreLeftOut) {
     const Scene scene(makeNode());
     setName(scene.root(), "secret");
     scene->findAttachment(Name::getClassType())->setInternal(true);
-    const FileItemPtr item = FileItem::create();
+    const FileSecretPtr item = FileSecret::create();
     item->setSecret(7);
-    attach<FileSheet>(scene.root())->addItem(item);
+    attach<FileSheet>(scene.root())->setAnything(item);
     // A node that is shared must not betray its internal name either.
     const NodePtr child = makeNode();
     setName(child, "hidden");
@@ -522,42 +348,12 @@ TEST(AsciiRoundTrip, theLocaleDoesNotMatter) {
 
 // --- the writer and the loader by themselves ---------------------------------------------------
 
-TEST(AsciiRoundTrip, theWriterTakesContainersOfAnyType) {
-    FileItemPtr item = FileItem::create();
-    addRefCP(item);
-    item->setLabel("x");
-    std::ostringstream stream;
-    OSGWriter writer(stream, 2);
-    EXPECT_TRUE(writer.write(item));
-    EXPECT_EQ(stream.str(), "#OSG V1.0 \nFileItem {\n  label \"x\"\n  next NULL\n}\n");
-    subRefCP(item);
-}
-
-TEST(AsciiRoundTrip, theWriterSharesBetweenItsContainers) {
-    const Scene first(makeNode());
-    const Scene second(makeNodeFor(first->getCore()));
-    std::ostringstream stream;
-    OSGWriter writer(stream);
-    EXPECT_TRUE(writer.write({first.root(), NullFC, second.root(), first.root()}));
-    const Scene scene(readText(stream.str()));
-    ASSERT_FALSE(scene.isNull());
-    ASSERT_EQ(scene->getNChildren(), 2u);
-    EXPECT_EQ(scene.at({0})->getCore(), scene.at({1})->getCore());
-}
-
-TEST(AsciiRoundTrip, theLoaderHandsItsSceneOut) {
+TEST(AsciiRoundTrip, aSceneThatNobodyAsksTheLoaderForGoesWithIt) {
     const std::size_t before = countContainers();
     {
         OSGLoader loader;
-        EXPECT_EQ(loader.getRootNode(), NullFC);
-        std::istringstream first("Node { travMask 3 }");
-        loader.scanStream(first);
-        std::istringstream second("Node { travMask 4 }");
-        loader.scanStream(second);
-        const Scene scene(loader.getRootNode());
-        ASSERT_FALSE(scene.isNull());
-        EXPECT_EQ(scene.at({0})->getTravMask(), 4u);
-        // Nobody asks for this one.
+        std::istringstream stream("Node { travMask 3 }");
+        loader.scanStream(stream);
         loader.scanFile((std::string(KV_TEST_DATA) + "/cores.osg").c_str());
     }
     EXPECT_EQ(countContainers(), before);

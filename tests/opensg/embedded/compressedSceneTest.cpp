@@ -1,4 +1,6 @@
-// Compressed scenes.
+// Compressed scenes where the embedded scene graph goes further than OpenSG: there the extension
+// alone compresses nothing, what is cut off or damaged takes several lines of the log or is half
+// read, and nothing bounds what a file unpacks to.
 
 #include "opensg/sceneFileSupport.h"
 
@@ -16,21 +18,6 @@ std::string compressed(const NodePtr& root, const char* extension) {
     std::ostringstream stream;
     EXPECT_TRUE(SceneFileHandler::the().write(root, stream, extension, true));
     return stream.str();
-}
-
-TEST(CompressedScene, comesBackFromBothFormats) {
-    const Scene scene(readText(testData("cores.osg")));
-    ASSERT_FALSE(scene.isNull());
-    for (const char* format : {"osg", "osb"}) {
-        const std::string plain = writeText(scene.root(), format);
-        const std::string packed = compressed(scene.root(), format);
-        EXPECT_LT(packed.size(), plain.size() / 2);
-        EXPECT_EQ(packed.substr(0, 2), "\x1f\x8b");
-        const Scene copy(readText(packed, format));
-        ASSERT_FALSE(copy.isNull()) << format;
-        EXPECT_EQ(writeText(copy.root(), "osb").size(),
-                  writeText(Scene(readText(plain, format)).root(), "osb").size());
-    }
 }
 
 TEST(CompressedScene, theExtensionAsksForIt) {

@@ -1,6 +1,8 @@
-// Scenes that are nested so deep that anything recursive would run out of stack.
+// Scenes that are nested so deep that anything recursive would run out of stack, and so broad that
+// a squared cost would show. The reader of OpenSG gives up a thousand nodes deep, and what it reads
+// is destroyed by recursion.
 
-#include "opensg/embedded/fileContainers.h"
+#include "opensg/fileContainers.h"
 #include "opensg/sceneFileSupport.h"
 
 #include <OpenSG/OSGAction.h>

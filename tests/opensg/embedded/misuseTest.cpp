@@ -61,13 +61,6 @@ TEST_F(Misuse, nodeIsNotPutBelowItself) {
     EXPECT_EQ(child.getRefCount(), 1);
 }
 
-TEST_F(Misuse, secondTypeOfANameIsNotFound) {
-    static FieldContainerType second("Node", "NodeCore", NULL, NULL, NULL, NULL, 0);
-    EXPECT_TRUE(FieldContainerFactory::the()->initializePendingTypes());
-    EXPECT_TRUE(FieldContainerFactory::the()->findType("Node") == &Node::getClassType());
-    EXPECT_TRUE(second.getParent() == NULL);
-}
-
 TEST_F(Misuse, typeWaitsForItsParent) {
     static FieldContainerType orphan("TestOrphan", "TestLateGuardian", NULL, NULL, NULL, NULL, 0);
     EXPECT_TRUE(FieldContainerFactory::the()->initializePendingTypes());
@@ -77,15 +70,6 @@ TEST_F(Misuse, typeWaitsForItsParent) {
     EXPECT_TRUE(FieldContainerFactory::the()->initializePendingTypes());
     EXPECT_TRUE(FieldContainerFactory::the()->findType("TestOrphan") == &orphan);
     EXPECT_TRUE(orphan.isNodeCore());
-}
-
-TEST(EmbeddedFactory, forgetsTypesThatEnd) {
-    {
-        FieldContainerType passing("TestPassing", "Attachment", NULL, NULL, NULL, NULL, 0);
-        FieldContainerFactory::the()->initializePendingTypes();
-        EXPECT_TRUE(FieldContainerFactory::the()->findType("TestPassing") == &passing);
-    }
-    EXPECT_TRUE(FieldContainerFactory::the()->findType("TestPassing") == NULL);
 }
 
 TEST(EmbeddedFactory, tellsWhatPointersPointAt) {
@@ -136,19 +120,6 @@ TEST(EmbeddedTraversal, entersAndLeavesANullRootOnce) {
         Action::Continue);
     EXPECT_EQ(entered, 1);
     EXPECT_EQ(left, 1);
-}
-
-// From the moment its count is 0 a container cannot be found, although what it held may follow.
-TEST(EmbeddedDestruction, isOverWhenTheLastReleaseReturns) {
-    TestShotListPtr list = TestShotList::create();
-    addRefCP(list);
-    TestShotListPtr inner = TestShotList::create();
-    const NodePtr node = Node::create();
-    node->addAttachment(inner);
-    list->setSubject(node);
-    TestShotList::destroyed = 0;
-    subRefCP(list);
-    EXPECT_EQ(TestShotList::destroyed, 2);
 }
 
 } // namespace

@@ -5,7 +5,7 @@
 // A child process reads, and its memory is what the system says it has grown by. Under the address
 // sanitizer that says nothing; there only the outcome counts.
 
-#include "opensg/embedded/fileContainers.h"
+#include "opensg/fileContainers.h"
 #include "opensg/sceneFileSupport.h"
 
 #include <OpenSG/OSGComponentTransform.h>
@@ -138,10 +138,10 @@ TEST(ReaderMemory, ofSizesAndCountsBeyondTheFile) {
         expectWithinLimit(
             binaryWith(record("Node", 2, field("children", "MFNodePtr", lie, number(1)))), "osb",
             false);
-        for (const char* type : {"MFReal32", "MFMatrix", "MFString"}) {
+        for (const char* type : {"MFReal32", "MFVec3f", "MFString"}) {
             const std::string of = type == std::string("MFString")   ? "strings"
                                    : type == std::string("MFReal32") ? "real32s"
-                                                                     : "matrices";
+                                                                     : "vec3fs";
             expectWithinLimit(
                 binaryWith(record("FileValues", 2, field(of, type, 8, number(lie) + number(lie)))),
                 "osb", false);
