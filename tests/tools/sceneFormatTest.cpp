@@ -44,10 +44,14 @@ TEST_F(KvanimFormats, everyExtensionIsWrittenAndReadBackAlike) {
     const struct {
         const char* extension;
         const char* start;
-    } formats[] = {{"osg", "text"},      {"osb", "binary"},    {"osg.gz", "packed"},
-                   {"osb.gz", "packed"}, {"OSG", "text"},      {"Osb", "binary"},
-                   {"OSG.GZ", "packed"}, {"osb.GZ", "packed"}, {"tar.osg.gz", "packed"}};
-    std::string first;
+        bool isText;
+    } formats[] = {
+        {"osg", "text", true},       {"osb", "binary", false},    {"osg.gz", "packed", true},
+        {"osb.gz", "packed", false}, {"OSG", "text", true},       {"Osb", "binary", false},
+        {"OSG.GZ", "packed", true},  {"osb.GZ", "packed", false}, {"tar.osg.gz", "packed", true}};
+    // An installed OpenSG keeps seven digits in text: text is compared with text.
+    std::string firstText;
+    std::string firstBinary;
     for (const auto& format : formats) {
         SCOPED_TRACE(format.extension);
         const std::string name = std::string("walk.") + format.extension;
@@ -55,6 +59,7 @@ TEST_F(KvanimFormats, everyExtensionIsWrittenAndReadBackAlike) {
         EXPECT_EQ(startOf(program.read(name)), format.start);
         const Outcome dump = program.run("dump " + name);
         ASSERT_EQ(dump.code, 0) << dump.error;
+        std::string& first = format.isText ? firstText : firstBinary;
         if (first.empty()) first = dump.out;
         EXPECT_EQ(dump.out, first);
     }

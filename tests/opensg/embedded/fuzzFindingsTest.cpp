@@ -1,5 +1,6 @@
 // Files that readers once stumbled over, found by the fuzzers or made by hand in their manner. The
 // name of a file says what must come of it: NAME.scene.osg is read, NAME.refused.osb is not.
+// OpenSG's own readers crash on some of them and hand out half of others.
 
 #include "opensg/sceneFileSupport.h"
 #include "support/wellFormed.h"

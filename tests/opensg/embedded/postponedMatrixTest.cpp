@@ -1,5 +1,6 @@
 // The matrix of a component transform is made when somebody looks. Nobody can tell: it is always
-// the one that would have been made at the end of the last edit.
+// the one that would have been made at the end of the last edit. OpenSG makes it with the edit, so
+// that there is nothing to test there.
 
 #include "../held.h"
 

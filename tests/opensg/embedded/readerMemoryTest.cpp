@@ -3,7 +3,7 @@
 // scene also in the shortest words.
 //
 // A child process reads, and its memory is what the system says it has grown by. Under the address
-// sanitizer that says nothing; there only the outcome counts.
+// sanitizer that says nothing; there only the outcome counts. OpenSG's own readers have no bound.
 
 #include "opensg/fileContainers.h"
 #include "opensg/sceneFileSupport.h"
