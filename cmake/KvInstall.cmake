@@ -30,3 +30,7 @@ install(FILES
     "${CMAKE_CURRENT_BINARY_DIR}/kvOpenSGAnimationsConfig.cmake"
     "${CMAKE_CURRENT_BINARY_DIR}/kvOpenSGAnimationsConfigVersion.cmake"
     DESTINATION ${KV_PACKAGE_DIR})
+if(NOT KV_OPENSG STREQUAL "embedded")
+    # With it the package finds the scene graph again.
+    install(FILES cmake/FindOpenSG.cmake DESTINATION ${KV_PACKAGE_DIR})
+endif()

