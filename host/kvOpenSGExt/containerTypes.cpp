@@ -16,8 +16,8 @@ extern "C" KV_OPENSG_EXT_API int kvOpenSGExtTypes();
 
 /// How many container types this library registers.
 int kvOpenSGExtTypes() {
-    // Naming the types links them. Only their number is used, so that an optimiser would leave the
-    // names out if it were allowed to.
+    // Naming the types links them. They are looked at through volatile pointers, or an optimiser
+    // would see what comes of it and leave the names out.
     const osg::FieldContainerType* const volatile types[] = {
         &osg::AnimationAttachment::getClassType(),
         &osg::AnimationClip::getClassType(),
@@ -35,5 +35,8 @@ int kvOpenSGExtTypes() {
         &osg::AnimObject::getClassType(),
         &osg::Transform3D::getClassType(),
         &osg::TransformAttachment::getClassType()};
-    return static_cast<int>(sizeof(types) / sizeof(types[0]));
+    int count = 0;
+    for (const osg::FieldContainerType* const type : types)
+        if (type != nullptr) ++count;
+    return count;
 }

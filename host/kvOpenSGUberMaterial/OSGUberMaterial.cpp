@@ -5,10 +5,13 @@ extern "C" KV_OPENSG_UBER_MATERIAL_API int kvOpenSGUberMaterialTypes();
 
 /// How many container types this library registers; programs link it by name.
 int kvOpenSGUberMaterialTypes() {
-    // Naming the types links them. Only their number is used, so that an optimiser would leave the
-    // names out if it were allowed to.
+    // Naming the types links them. They are looked at through volatile pointers, or an optimiser
+    // would see what comes of it and leave the names out.
     const osg::FieldContainerType* const volatile types[] = {&osg::UberMaterial::getClassType()};
-    return static_cast<int>(sizeof(types) / sizeof(types[0]));
+    int count = 0;
+    for (const osg::FieldContainerType* const type : types)
+        if (type != nullptr) ++count;
+    return count;
 }
 
 OSG_BEGIN_NAMESPACE
