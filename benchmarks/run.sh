@@ -41,6 +41,9 @@ done
     echo "Written by \`./run bench\`: medians, and ratios within one run. Machine: $(nproc) cores,"
     echo "$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1), $(c++ --version | head -n 1)."
     echo
+    echo "Rows about thousands of curves live in the third-level cache: where other machines share it, they"
+    echo "vary from run to run, in either direction."
+    echo
     echo "| work | here | beside | ratio | beside what |"
     echo "|---|---|---|---|---|"
     cat "$rows"
