@@ -33,11 +33,6 @@ using osg::NullFC;
 using osg::Quaternion;
 using osg::Vec3f;
 
-template <class Class>
-Held<typename Class::Ptr> held() {
-    return Held<typename Class::Ptr>(Class::create());
-}
-
 /// The numbers that OpenSG 1.8 computed from translation 1.5 -2.25 3, half a radian about y and
 /// scale 1 2 0.5, column by column.
 const float kRealMatrix[16] = {

@@ -24,6 +24,12 @@ class Held {
     P _pointer;
 };
 
+/// A new container of the class.
+template <class Class>
+Held<typename Class::Ptr> held() {
+    return Held<typename Class::Ptr>(Class::create());
+}
+
 /// Whether the factory still finds a container.
 inline bool isAlive(osg::UInt32 id) {
     return osg::FieldContainerFactory::the()->getContainer(id) != osg::NullFC;

@@ -1,4 +1,5 @@
 // The tree: children, parents, visibility, places in space, copies.
+#include "opensg/childrenFixture.h"
 #include "opensg/held.h"
 #include "opensg/testContainers.h"
 
@@ -22,30 +23,6 @@ class QuietLog {
 
   private:
     LogType _type;
-};
-
-NodePtr named(const char* name) {
-    NodePtr node = Node::create();
-    setName(node, std::string(name));
-    return node;
-}
-
-std::string childrenOf(const NodePtr& node) {
-    std::string names;
-    for (UInt32 i = 0; i < node->getNChildren(); ++i)
-        names += getName(node->getChild(i));
-    return names;
-}
-
-class Children : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        for (const NodePtr& child : {a, b, c})
-            root->addChild(child);
-    }
-
-    Held<NodePtr> root{named("root")};
-    NodePtr a = named("a"), b = named("b"), c = named("c");
 };
 
 TEST_F(Children, standInTheOrderOfAdding) {

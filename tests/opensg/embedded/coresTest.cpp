@@ -33,11 +33,6 @@ using osg::NullFC;
 using osg::Quaternion;
 using osg::Vec3f;
 
-template <class Class>
-Held<typename Class::Ptr> held() {
-    return Held<typename Class::Ptr>(Class::create());
-}
-
 TEST(EmbeddedComponentTransform, takesAMatrixApartAboutItsCenter) {
     const auto transform = held<ComponentTransform>();
     transform->setCenter(Vec3f(1, 0, 0));

@@ -1,5 +1,6 @@
 // Nodes where OpenSG 1.8 is less careful: a child that is replaced by its sibling is counted once
 // too few, and its readers set back pointers in another way.
+#include "opensg/childrenFixture.h"
 #include "opensg/held.h"
 #include "opensg/testContainers.h"
 
@@ -15,29 +16,7 @@ namespace {
 
 using namespace osg;
 
-NodePtr named(const char* name) {
-    NodePtr node = Node::create();
-    setName(node, std::string(name));
-    return node;
-}
-
-std::string childrenOf(const NodePtr& node) {
-    std::string names;
-    for (UInt32 i = 0; i < node->getNChildren(); ++i)
-        names += getName(node->getChild(i));
-    return names;
-}
-
-class EmbeddedChildren : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        for (const NodePtr& child : {a, b, c})
-            root->addChild(child);
-    }
-
-    Held<NodePtr> root{named("root")};
-    NodePtr a = named("a"), b = named("b"), c = named("c");
-};
+using EmbeddedChildren = Children;
 
 TEST_F(EmbeddedChildren, replacedByASiblingLeaveOneOfThem) {
     Held<NodePtr> held(c);
