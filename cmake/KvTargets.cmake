@@ -35,6 +35,23 @@ else()
     add_compile_options(-ffp-contract=off)
 endif()
 
+# A function of a shared library may be replaced by one of the same name from elsewhere, for which sake
+# compilers call even the functions next door through a table and never inline them. Nobody replaces
+# functions here, and the records of a tick pass through dozens of such calls.
+if(NOT MSVC)
+    include(CheckCXXCompilerFlag)
+    include(CheckLinkerFlag)
+    check_cxx_compiler_flag(-fno-semantic-interposition KV_HAS_NO_SEMANTIC_INTERPOSITION)
+    check_linker_flag(CXX LINKER:-Bsymbolic-functions KV_HAS_BSYMBOLIC_FUNCTIONS)
+    if(KV_HAS_NO_SEMANTIC_INTERPOSITION)
+        add_compile_options($<$<NOT:$<CONFIG:Debug>>:-fno-semantic-interposition>)
+    endif()
+    if(KV_HAS_BSYMBOLIC_FUNCTIONS)
+        add_link_options(
+            $<$<AND:$<NOT:$<CONFIG:Debug>>,$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>>:LINKER:-Bsymbolic-functions>)
+    endif()
+endif()
+
 if(KV_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
