@@ -57,32 +57,19 @@ void AttachmentContainer::release(AttachmentMap::iterator place) {
     subRefCP(attachment);
 }
 
-AttachmentPtr AttachmentContainer::findAttachment(UInt32 groupId, UInt16 binding) {
-    const AttachmentMap& map = _sfAttachments.getValue();
-    const auto found = map.find(placeOf(groupId, binding));
-    return found == map.end() ? AttachmentPtr() : found->second;
-}
-
-AttachmentPtr AttachmentContainer::findAttachment(const FieldContainerType& type, UInt16 binding) {
-    return findAttachment(type.getGroupId(), binding);
-}
-
-void AttachmentContainer::changed(BitVector whichField, UInt32 origin) {
-    if ((whichField & AttachmentsFieldMask) != 0 && (origin & ChangedOrigin::Abstract) != 0) {
-        const AttachmentContainerPtr self(*this);
-        for (const auto& entry : _sfAttachments.getValue()) {
-            const AttachmentPtr attachment = entry.second;
-            if (attachment == NullFC) continue;
-            if ((origin & ChangedOrigin::AbstrIncRefCount) != 0) {
-                addRefCP(attachment);
-            } else if (attachment->hasParent(self)) {
-                // It came by addAttachment and is counted.
-            } else {
-                addUncounted(attachment);
-            }
+void AttachmentContainer::countRead(UInt32 origin) {
+    const AttachmentContainerPtr self(*this);
+    for (const auto& entry : _sfAttachments.getValue()) {
+        const AttachmentPtr attachment = entry.second;
+        if (attachment == NullFC) continue;
+        if ((origin & ChangedOrigin::AbstrIncRefCount) != 0) {
+            addRefCP(attachment);
+        } else if (attachment->hasParent(self)) {
+            // It came by addAttachment and is counted.
+        } else {
+            addUncounted(attachment);
         }
     }
-    Inherited::changed(whichField, origin);
 }
 
 // An attachment may be in the map in several places, for several bindings; each counts.

@@ -26,8 +26,6 @@ void FieldContainer::onCreate(const FieldContainer*) {}
 
 void FieldContainer::onDestroy() {}
 
-void FieldContainer::changed(BitVector, UInt32) {}
-
 UInt32 FieldContainer::getBinSize(const BitVector&) {
     return 0;
 }
@@ -38,13 +36,10 @@ void FieldContainer::copyFromBin(BinaryDataHandler&, const BitVector&) {}
 
 void FieldContainer::executeSyncImpl(FieldContainer*, const BitVector&) {}
 
-Field* FieldContainer::getField(UInt32 fieldId) {
+Field* FieldContainer::searchField(UInt32 fieldId) {
     FieldContainerType& type = getType();
-    // Ids are numbered without gaps as a rule, so that the index is the id.
-    const FieldDescription* desc = type.getFieldDescription(fieldId);
-    if (desc != nullptr && desc->getFieldId() == fieldId) return desc->getField(*this);
     for (UInt32 i = 1; i <= type.getNumFieldDescs(); ++i) {
-        desc = type.getFieldDescription(i);
+        const FieldDescription* const desc = type.getFieldDescription(i);
         if (desc->getFieldId() == fieldId) return desc->getField(*this);
     }
     return nullptr;

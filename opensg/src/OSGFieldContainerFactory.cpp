@@ -13,9 +13,10 @@
 namespace osg {
 
 // Never destroyed: types and containers leave it when the program or a library ends, in any order.
-FieldContainerFactory* FieldContainerFactory::the() {
-    static FieldContainerFactory* const factory = new FieldContainerFactory;
-    return factory;
+FieldContainerFactory* FieldContainerFactory::_the = nullptr;
+
+FieldContainerFactory* FieldContainerFactory::make() {
+    return new FieldContainerFactory;
 }
 
 FieldContainerType* FieldContainerFactory::findType(UInt32 typeId) const {

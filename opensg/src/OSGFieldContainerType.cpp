@@ -13,13 +13,17 @@ namespace osg {
 
 FieldDescription::FieldDescription(const TypeBase& fieldType, const Char8* name, UInt32 fieldId,
                                    BitVector mask, bool internal, FieldAccessMethod access,
-                                   const Char8* defaultValue)
+                                   const Char8* defaultValue, bool isMember)
     : _name(name), _fieldType(&fieldType), _mask(mask), _access(access), _fieldId(fieldId),
-      _internal(internal), _hasDefault(defaultValue != nullptr),
+      _internal(internal), _isMember(isMember), _hasDefault(defaultValue != nullptr),
       _defaultValue(defaultValue == nullptr ? "" : defaultValue) {}
 
-Field* FieldDescription::getField(FieldContainer& container) const {
-    return _access == nullptr ? nullptr : (container.*_access)();
+// It is the same in all containers of the type and of those derived from it: containers do not
+// inherit virtually.
+void FieldDescription::findPlace(FieldContainer& container) {
+    if (!_isMember || _place != 0) return;
+    if (const Field* const field = getField(container))
+        _place = reinterpret_cast<const Char8*>(field) - reinterpret_cast<Char8*>(&container);
 }
 
 FieldContainerType::FieldContainerType(const Char8* name, const Char8* parentName,
@@ -94,6 +98,9 @@ void FieldContainerType::initialize(FieldContainerType* parent) {
     if (_createPrototype == nullptr) return;
     _prototype = _createPrototype();
     addRefCP(_prototype);
+    if (_prototype == NullFC) return;
+    for (FieldDescription* desc : _allDescs)
+        desc->findPlace(*_prototype);
 }
 
 void FieldContainerType::terminate() {

@@ -10,7 +10,7 @@
 namespace osg {
 
 OSG_TABLE_DEF(Group, NodeCore, OSG_NO_FIELDS)
-OSG_TABLE_DEF(Transform, Group, OSG_TRANSFORM_FIELDS)
+OSG_WATCHED_TABLE_DEF(Transform, Group, OSG_TRANSFORM_FIELDS)
 OSG_TABLE_DEF(ComponentTransform, Transform, OSG_COMPONENT_TRANSFORM_FIELDS)
 OSG_TABLE_DEF(Switch, Group, OSG_SWITCH_FIELDS)
 OSG_TABLE_DEF(MaterialGroup, Group, OSG_MATERIAL_GROUP_FIELDS)
@@ -23,11 +23,6 @@ void Transform::accumulateMatrix(osg::Matrix& result) {
 void Transform::adjustVolume(Volume& volume) {
     Inherited::adjustVolume(volume);
     volume.transform(getMatrix());
-}
-
-void Transform::changed(BitVector whichField, UInt32 origin) {
-    if ((whichField & MatrixFieldMask) != 0) invalidateVolume();
-    Inherited::changed(whichField, origin);
 }
 
 void Transform::copyToBin(BinaryDataHandler& memory, const BitVector& whichField) {
@@ -52,11 +47,6 @@ Field* Transform::fieldMatrix() {
     return Inherited::fieldMatrix();
 }
 
-void Transform::postponeMatrix() {
-    _isPostponed = true;
-    if (_fieldIsKnown.isSet) makeMatrix();
-}
-
 osg::Matrix Transform::postponedMatrix() const {
     return Inherited::getMatrix();
 }
@@ -73,19 +63,9 @@ osg::Matrix ComponentTransform::postponedMatrix() const {
     return matrix;
 }
 
-void ComponentTransform::changed(BitVector whichField, UInt32 origin) {
-    constexpr BitVector parts = CenterFieldMask | RotationFieldMask | ScaleFieldMask |
-                                ScaleOrientationFieldMask | TranslationFieldMask;
-    if ((whichField & parts) != 0) {
-        _edited = {getTranslation(), getRotation(), getScale(), getScaleOrientation(), getCenter()};
-        postponeMatrix();
-        whichField |= MatrixFieldMask;
-    } else if ((whichField & MatrixFieldMask) != 0) {
-        getMatrix().getTransform(editTranslation(), editRotation(), editScale(),
-                                 editScaleOrientation(), getCenter());
-        whichField |= parts & ~CenterFieldMask;
-    }
-    Inherited::changed(whichField, origin);
+void ComponentTransform::takeMatrixApart() {
+    getMatrix().getTransform(editTranslation(), editRotation(), editScale(), editScaleOrientation(),
+                             getCenter());
 }
 
 } // namespace osg

@@ -50,13 +50,9 @@ void Node::getToWorld(Matrix& result) {
         accumulate(chain[--length]);
 }
 
-void Node::invalidateVolume() {
-    // Above an invalid volume there are only invalid ones.
-    for (NodePtr node(*this); node != NullFC; node = node->getParent()) {
-        DynamicVolume& volume = node->getVolume();
-        if (!volume.isValid() || volume.isStatic()) return;
-        volume.setValid(false);
-    }
+void Node::invalidateUpwards() {
+    for (NodePtr node(*this); node != NullFC && node->mayInvalidate(); node = node->getParent())
+        node->getVolume().setValid(false);
 }
 
 const DynamicVolume& Node::getVolume(bool update) {

@@ -87,6 +87,21 @@ TEST(ComponentTransform, doesNothingForOtherFields) {
     EXPECT_EQ(transform->getMatrix(), Matrix());
 }
 
+TEST(ComponentTransform, handsOutItsOwnFields) {
+    const Held<ComponentTransformPtr> first(ComponentTransform::create());
+    const Held<ComponentTransformPtr> second(ComponentTransform::create());
+    for (const ComponentTransformPtr& transform : {first.get(), second.get()}) {
+        EXPECT_EQ(transform->getField("center"), transform->getSFCenter());
+        EXPECT_EQ(transform->getField(ComponentTransform::RotationFieldId),
+                  transform->getSFRotation());
+        EXPECT_EQ(transform->getField(ComponentTransform::ScaleFieldId), transform->getSFScale());
+        EXPECT_EQ(transform->getField("scaleOrientation"), transform->getSFScaleOrientation());
+        EXPECT_EQ(transform->getField(ComponentTransform::TranslationFieldId),
+                  transform->getSFTranslation());
+        EXPECT_EQ(transform->getField(ComponentTransform::MatrixFieldId), transform->getSFMatrix());
+    }
+}
+
 TEST(Transform, movesWhatIsBelow) {
     osg::TransformPtr core = osg::Transform::create();
     const Held<NodePtr> root(osg::makeNodeFor(core));

@@ -32,11 +32,21 @@ class AttachmentContainer : public FieldContainer {
 
     /// What is in the place of a group; null when it is empty. A group may hold types that derive
     /// from the one that names it, so `dcast` the result.
-    AttachmentPtr findAttachment(UInt32 groupId, UInt16 binding = 0);
-    AttachmentPtr findAttachment(const FieldContainerType& type, UInt16 binding = 0);
+    AttachmentPtr findAttachment(UInt32 groupId, UInt16 binding = 0) {
+        const AttachmentMap& map = _sfAttachments.getValue();
+        const auto found = map.find(placeOf(groupId, binding));
+        return found == map.end() ? AttachmentPtr() : found->second;
+    }
+    AttachmentPtr findAttachment(const FieldContainerType& type, UInt16 binding = 0) {
+        return findAttachment(type.getGroupId(), binding);
+    }
 
     /// With ChangedOrigin::Abstract: counts the attachments that were put into the map directly.
-    void changed(BitVector whichField, UInt32 origin) override;
+    void changed(BitVector whichField, UInt32 origin) override {
+        if ((origin & ChangedOrigin::Abstract) != 0 && (whichField & AttachmentsFieldMask) != 0)
+            countRead(origin);
+        Inherited::changed(whichField, origin);
+    }
 
     UInt32 getBinSize(const BitVector& whichField) override;
     void copyToBin(BinaryDataHandler& memory, const BitVector& whichField) override;
@@ -59,6 +69,7 @@ class AttachmentContainer : public FieldContainer {
 
     static UInt32 placeOf(UInt32 groupId, UInt16 binding) { return groupId << 16 | binding; }
     void release(AttachmentMap::iterator place);
+    void countRead(UInt32 origin);
     void addUncounted(const AttachmentPtr& attachment);
 
     Field* fieldAttachments() { return &_sfAttachments; }

@@ -32,7 +32,19 @@ class ComponentTransform : public ComponentTransformBase {
     using Transform::setMatrix;
 
   public:
-    void changed(BitVector whichField, UInt32 origin) override;
+    void changed(BitVector whichField, UInt32 origin) override {
+        constexpr BitVector parts = CenterFieldMask | RotationFieldMask | ScaleFieldMask |
+                                    ScaleOrientationFieldMask | TranslationFieldMask;
+        if ((whichField & parts) != 0) {
+            keepParts();
+            postponeMatrix();
+            whichField |= MatrixFieldMask;
+        } else if ((whichField & MatrixFieldMask) != 0) {
+            takeMatrixApart();
+            whichField |= parts & ~CenterFieldMask;
+        }
+        Inherited::changed(whichField, origin);
+    }
 
   protected:
     osg::Matrix postponedMatrix() const override;
@@ -48,6 +60,16 @@ class ComponentTransform : public ComponentTransformBase {
         Vec3f center;
     };
     Parts _edited;
+
+    // One by one: as a whole they would be put together elsewhere first.
+    void keepParts() {
+        _edited.translation = getTranslation();
+        _edited.rotation = getRotation();
+        _edited.scale = getScale();
+        _edited.scaleOrientation = getScaleOrientation();
+        _edited.center = getCenter();
+    }
+    void takeMatrixApart();
 };
 
 OSG_TABLE_INLINE(ComponentTransform)

@@ -67,7 +67,7 @@ class FieldContainer {
     virtual FieldContainerPtr shallowCopy() const = 0;
 
     /// Called at the end of every edit. Here containers react to what was written to their fields.
-    virtual void changed(BitVector whichField, UInt32 origin);
+    virtual void changed([[maybe_unused]] BitVector whichField, [[maybe_unused]] UInt32 origin) {}
 
     /// The binary form of the fields of a mask: how long it is, writing it, reading it.
     virtual UInt32 getBinSize(const BitVector& whichField);
@@ -122,6 +122,9 @@ class FieldContainer {
     /// Whether the address is that of a container that was not destroyed; for assertions.
     static bool isKnown(const FieldContainer* container);
 
+    /// getField where the index of a field is not its id.
+    Field* searchField(UInt32 fieldId);
+
     /// Destroys the container and everything that loses its last reference by that.
     static void destroy(FieldContainer* container);
 
@@ -131,6 +134,18 @@ class FieldContainer {
     Int32 _refCount = 0;
     bool _dying = false;
 };
+
+inline Field* FieldDescription::getField(FieldContainer& container) const {
+    if (_place != 0) return reinterpret_cast<Field*>(reinterpret_cast<Char8*>(&container) + _place);
+    return _access == nullptr ? nullptr : (container.*_access)();
+}
+
+inline Field* FieldContainer::getField(UInt32 fieldId) {
+    // Ids are numbered without gaps as a rule, so that the index is the id.
+    const FieldDescription* const desc = getType().getFieldDescription(fieldId);
+    if (desc != nullptr && desc->getFieldId() == fieldId) return desc->getField(*this);
+    return searchField(fieldId);
+}
 
 inline Int32 FieldContainerPtrBase::getRefCount() const {
     return _object == nullptr ? 0 : _object->_refCount;

@@ -29,7 +29,12 @@ class FieldContainerFactory {
     typedef TypeIdMap::iterator TypeMapIterator;
     typedef TypeIdMap::const_iterator TypeMapConstIterator;
 
-    static FieldContainerFactory* the();
+    static FieldContainerFactory* the() {
+        // Types announce themselves while the program starts, so that it is there before any
+        // thread.
+        if (_the == nullptr) _the = make();
+        return _the;
+    }
 
     /// The container with this number. Null for 0, for numbers never given and for containers that
     /// are gone. Numbers start at 1 and are never given again.
@@ -81,6 +86,10 @@ class FieldContainerFactory {
     friend bool osgExit();
 
     FieldContainerFactory() = default;
+
+    static FieldContainerFactory* make();
+
+    static FieldContainerFactory* _the;
 
     UInt32 addContainer(FieldContainer& container);
     void removeContainer(UInt32 id);

@@ -5,6 +5,8 @@
 
 #include <OpenSG/OSGField.h>
 
+#include <cstddef>
+
 namespace osg {
 
 class FieldContainer;
@@ -20,8 +22,12 @@ class FieldDescription {
     /// @param mask      `1 << fieldId`, the bit of the field in edit masks.
     /// @param internal  the field is bookkeeping: never written to files.
     /// @param defaultValue  text for people, may be null; the prototype decides.
+    /// @param isMember  the access function does nothing but name a member of the container, so
+    /// that
+    ///                  it need not be called where the member's place is known.
     FieldDescription(const TypeBase& fieldType, const Char8* name, UInt32 fieldId, BitVector mask,
-                     bool internal, FieldAccessMethod access, const Char8* defaultValue = nullptr);
+                     bool internal, FieldAccessMethod access, const Char8* defaultValue = nullptr,
+                     bool isMember = false);
 
     const Char8* getCName() const { return _name.str(); }
     const IDString& getName() const { return _name; }
@@ -38,17 +44,23 @@ class FieldDescription {
 
   protected:
     friend class FieldContainer;
+    friend class FieldContainerType;
 
     /// Null when the description has no access function.
     Field* getField(FieldContainer& container) const;
 
   private:
+    /// Finds the place of a member in a container of the type.
+    void findPlace(FieldContainer& container);
+
     IDString _name;
     const TypeBase* _fieldType;
     BitVector _mask;
     FieldAccessMethod _access;
+    std::ptrdiff_t _place = 0; ///< of a member in its container, in bytes; 0 while it is not known
     UInt32 _fieldId;
     bool _internal;
+    bool _isMember;
     bool _hasDefault;
     std::string _defaultValue;
 };

@@ -238,12 +238,14 @@ void releaseAll(FieldContainer& owner, MField<P, ns>& field) {
 #define OSG_ROW_LIST_VISIT(FIELD, NAME, ...)                                                       \
     if ((whichField & NAME##FieldMask) != 0) visit(&Self::_mf##NAME);
 
-#define OSG_ROW_DESCRIPTION_AS(INTERNAL, FIELD, NAME, ...)                                         \
+#define OSG_ROW_DESCRIPTION_AS(INTERNAL, IS_MEMBER, FIELD, NAME, ...)                              \
     new FieldDescription(FIELD::getClassType(), detail::rowName(__VA_ARGS__), NAME##FieldId,       \
                          NAME##FieldMask, INTERNAL,                                                \
-                         static_cast<FieldAccessMethod>(&Self::field##NAME)),
-#define OSG_ROW_DESCRIPTION(...) OSG_ROW_DESCRIPTION_AS(false, __VA_ARGS__)
-#define OSG_ROW_HIDDEN_DESCRIPTION(...) OSG_ROW_DESCRIPTION_AS(true, __VA_ARGS__)
+                         static_cast<FieldAccessMethod>(&Self::field##NAME), nullptr, IS_MEMBER),
+#define OSG_ROW_DESCRIPTION(...) OSG_ROW_DESCRIPTION_AS(false, true, __VA_ARGS__)
+#define OSG_ROW_HIDDEN_DESCRIPTION(...) OSG_ROW_DESCRIPTION_AS(true, true, __VA_ARGS__)
+/// The class overrides the access, because it must know when the field is asked for.
+#define OSG_ROW_WATCHED_DESCRIPTION(...) OSG_ROW_DESCRIPTION_AS(false, false, __VA_ARGS__)
 
 // --- the classes ---------------------------------------------------------------------------------
 
@@ -271,7 +273,11 @@ void releaseAll(FieldContainer& owner, MField<P, ns>& field) {
                                                                                                    \
         FIELDS(OSG_ROW_VALUE, OSG_ROW_POINTER, OSG_ROW_LIST, OSG_ROW_LIST, OSG_ROW_VALUE)          \
                                                                                                    \
-        void changed(BitVector whichField, UInt32 origin) override;                                \
+        /** Inline all the way down: a tick ends an edit for every number that it writes. */       \
+        void changed(BitVector whichField, UInt32 origin) override {                               \
+            if ((origin & ChangedOrigin::Abstract) != 0) countRead(whichField, origin);            \
+            Inherited::changed(whichField, origin);                                                \
+        }                                                                                          \
         UInt32 getBinSize(const BitVector& whichField) override;                                   \
         void copyToBin(BinaryDataHandler& memory, const BitVector& whichField) override;           \
         void copyFromBin(BinaryDataHandler& memory, const BitVector& whichField) override;         \
@@ -309,6 +315,9 @@ void releaseAll(FieldContainer& owner, MField<P, ns>& field) {
                    OSG_ROW_NOTHING)                                                                \
         }                                                                                          \
                                                                                                    \
+        /** Counts the pointers that a reader put into the fields. */                              \
+        void countRead(BitVector whichField, UInt32 origin);                                       \
+                                                                                                   \
         static FieldDescription* _desc[];                                                          \
         static FieldContainerType _type;                                                           \
     };
@@ -331,27 +340,31 @@ void releaseAll(FieldContainer& owner, MField<P, ns>& field) {
 
 /// In one source file, in namespace osg.
 #define OSG_TABLE_DEF(CLASS, PARENT, FIELDS)                                                       \
-    OSG_TABLE_DEF_WITH(CLASS, PARENT, FIELDS,                                                      \
-                       [] { return FieldContainerPtr(CLASS::createEmpty()); })                     \
+    OSG_TABLE_DEF_AS(CLASS, PARENT, FIELDS, OSG_ROW_DESCRIPTION)
+/// The same for a class that overrides the access to its values.
+#define OSG_WATCHED_TABLE_DEF(CLASS, PARENT, FIELDS)                                               \
+    OSG_TABLE_DEF_AS(CLASS, PARENT, FIELDS, OSG_ROW_WATCHED_DESCRIPTION)
+#define OSG_TABLE_DEF_AS(CLASS, PARENT, FIELDS, VALUE_DESCRIPTION)                                 \
+    OSG_TABLE_DEF_WITH(                                                                            \
+        CLASS, PARENT, FIELDS, [] { return FieldContainerPtr(CLASS::createEmpty()); },             \
+        VALUE_DESCRIPTION)                                                                         \
     OSG_FIELD_CONTAINER_DEF(CLASS##Base, CLASS##Ptr)
 #define OSG_ABSTR_TABLE_DEF(CLASS, PARENT, FIELDS)                                                 \
-    OSG_TABLE_DEF_WITH(CLASS, PARENT, FIELDS, nullptr)                                             \
+    OSG_TABLE_DEF_WITH(CLASS, PARENT, FIELDS, nullptr, OSG_ROW_DESCRIPTION)                        \
     OSG_ABSTR_FIELD_CONTAINER_DEF(CLASS##Base, CLASS##Ptr)
 
 /// The list of descriptions ends with a null that is not counted, so that a table may be empty.
-#define OSG_TABLE_DEF_WITH(CLASS, PARENT, FIELDS, CREATE_PROTOTYPE)                                \
-    FieldDescription* CLASS##Base::_desc[] = {FIELDS(OSG_ROW_DESCRIPTION, OSG_ROW_DESCRIPTION,     \
+#define OSG_TABLE_DEF_WITH(CLASS, PARENT, FIELDS, CREATE_PROTOTYPE, VALUE_DESCRIPTION)             \
+    FieldDescription* CLASS##Base::_desc[] = {FIELDS(VALUE_DESCRIPTION, OSG_ROW_DESCRIPTION,       \
                                                      OSG_ROW_DESCRIPTION, OSG_ROW_DESCRIPTION,     \
                                                      OSG_ROW_HIDDEN_DESCRIPTION) nullptr};         \
     FieldContainerType CLASS##Base::_type(                                                         \
         #CLASS, #PARENT, nullptr, CREATE_PROTOTYPE, nullptr, _desc,                                \
         static_cast<UInt32>((std::size(_desc) - 1) * sizeof(void*)));                              \
                                                                                                    \
-    void CLASS##Base::changed(BitVector whichField, UInt32 origin) {                               \
-        if ((origin & ChangedOrigin::Abstract) != 0)                                               \
-            eachCounted(whichField,                                                                \
-                        [&](auto field) { detail::acquireRead(*this, this->*field, origin); });    \
-        Inherited::changed(whichField, origin);                                                    \
+    void CLASS##Base::countRead(BitVector whichField, [[maybe_unused]] UInt32 origin) {            \
+        eachCounted(whichField,                                                                    \
+                    [&](auto field) { detail::acquireRead(*this, this->*field, origin); });        \
     }                                                                                              \
     UInt32 CLASS##Base::getBinSize(const BitVector& whichField) {                                  \
         UInt32 size = Inherited::getBinSize(whichField);                                           \

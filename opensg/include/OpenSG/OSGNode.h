@@ -102,7 +102,9 @@ class Node : public AttachmentContainer {
     /// visible at all. Changes are noticed at the end of edits.
     void updateVolume();
     /// Makes the volume, and those above, to be computed again.
-    void invalidateVolume();
+    void invalidateVolume() {
+        if (mayInvalidate()) invalidateUpwards();
+    }
 
     // Fields
 
@@ -150,6 +152,12 @@ class Node : public AttachmentContainer {
     void acceptChildren(UInt32 origin);
     void acceptCore(UInt32 origin);
     void recomputeVolume();
+    /// Not when it is invalid already: above an invalid volume there are only invalid ones.
+    bool mayInvalidate() const {
+        const DynamicVolume& volume = _sfVolume.getValue();
+        return volume.isValid() && !volume.isStatic();
+    }
+    void invalidateUpwards();
 
     static FieldContainerPtr makePrototype() { return createEmpty(); }
     Field* fieldVolume() { return &_sfVolume; }

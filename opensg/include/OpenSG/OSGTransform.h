@@ -4,6 +4,7 @@
 /// The core of nodes that move what is below them.
 
 #include <OpenSG/OSGGroup.h>
+#include <OpenSG/OSGNode.h>
 
 namespace osg {
 
@@ -49,7 +50,14 @@ class Transform : public TransformBase {
     void adjustVolume(Volume& volume) override;
 
     /// An edit of the matrix invalidates the volumes of the nodes that use the core.
-    void changed(BitVector whichField, UInt32 origin) override;
+    void changed(BitVector whichField, UInt32 origin) override {
+        if ((whichField & MatrixFieldMask) != 0) {
+            // invalidateVolume, which need not be called when most volumes are invalid already.
+            for (const NodePtr& parent : _mfParents)
+                if (parent != NullFC) parent->invalidateVolume();
+        }
+        Inherited::changed(whichField, origin);
+    }
 
     void copyToBin(BinaryDataHandler& memory, const BitVector& whichField) override;
     void copyFromBin(BinaryDataHandler& memory, const BitVector& whichField) override;
@@ -58,7 +66,10 @@ class Transform : public TransformBase {
     Field* fieldMatrix() override;
 
     /// The matrix is out of date from here on: postponedMatrix() is what it is.
-    void postponeMatrix();
+    void postponeMatrix() {
+        _isPostponed = true;
+        if (_fieldIsKnown.isSet) makeMatrix();
+    }
     virtual osg::Matrix postponedMatrix() const;
 
     void executeSyncImpl(Transform* other, const BitVector& whichField);
