@@ -9,6 +9,8 @@ OSG_BEGIN_NAMESPACE
 
 namespace {
 
+typedef EulerRotation::HalfTurn HalfTurn;
+
 constexpr double kDegreesToRadians = 3.14159265358979323846 / 180.0;
 
 /// The axes (0 is x) in the order in which they turn, and whether that order is cyclic.
@@ -38,12 +40,14 @@ struct Rotation {
     double x, y, z, w;
 };
 
-double halfInRadians(Real32 degrees) {
-    return double(degrees) * kDegreesToRadians / 2.0;
+HalfTurn halfTurn(Real32 degrees) {
+    const double half = double(degrees) * kDegreesToRadians / 2.0;
+    return {std::sin(half), std::cos(half)};
 }
 
-Rotation aboutAxis(UInt32 axis, double sine, double cosine) {
-    return {axis == 0 ? sine : 0.0, axis == 1 ? sine : 0.0, axis == 2 ? sine : 0.0, cosine};
+Rotation aboutAxis(UInt32 axis, const HalfTurn& turn) {
+    return {axis == 0 ? turn.sine : 0.0, axis == 1 ? turn.sine : 0.0, axis == 2 ? turn.sine : 0.0,
+            turn.cosine};
 }
 
 /// b turns first, then a.
@@ -54,14 +58,59 @@ Rotation product(const Rotation& a, const Rotation& b) {
             a.w * b.w - a.x * b.x - a.y * b.y - a.z * b.z};
 }
 
-/// Of the rotation about each axis.
-Quaternion inOrder(const Rotation (&turns)[3], Int32 order) {
-    const Axes axes = axesOf(order);
-    const Rotation q = product(turns[axes.last], product(turns[axes.middle], turns[axes.first]));
+/// The product of the three in full, with the zeros that each turn about an axis has.
+Quaternion fullProduct(const HalfTurn (&turns)[3], UInt32 first, UInt32 middle, UInt32 last) {
+    const Rotation q =
+        product(aboutAxis(last, turns[last]),
+                product(aboutAxis(middle, turns[middle]), aboutAxis(first, turns[first])));
     Quaternion result;
     result.setValueAsQuat(static_cast<Real32>(q.x), static_cast<Real32>(q.y),
                           static_cast<Real32>(q.z), static_cast<Real32>(q.w));
     return result;
+}
+
+/// The same to the last bit, without the zeros where that can be: to add one changes no other
+/// number, and the sine of a float other than 0 is so far from 0 that no product of those here
+/// becomes one. Where a sine or cosine is zero itself the signs of zeros are at stake.
+template <UInt32 first, UInt32 middle, UInt32 last>
+Quaternion turned(const HalfTurn (&turns)[3]) {
+    const HalfTurn& a = turns[first];
+    const HalfTurn& b = turns[middle];
+    const HalfTurn& c = turns[last];
+    const double all = (a.sine * a.cosine) * (b.sine * b.cosine) * (c.sine * c.cosine);
+    // False also for what is not a number.
+    if (!(std::fabs(all) > 0.0)) return fullProduct(turns, first, middle, last);
+
+    constexpr double handedness = (first + 1) % 3 == middle ? 1.0 : -1.0;
+    const double aboutFirst = b.cosine * a.sine;
+    const double aboutMiddle = b.sine * a.cosine;
+    const double aboutLast = -handedness * (b.sine * a.sine);
+    const double real = b.cosine * a.cosine;
+    const double across = handedness * c.sine;
+    Quaternion result;
+    result[first] = static_cast<Real32>(c.cosine * aboutFirst - across * aboutMiddle);
+    result[middle] = static_cast<Real32>(c.cosine * aboutMiddle + across * aboutFirst);
+    result[last] = static_cast<Real32>(c.cosine * aboutLast + c.sine * real);
+    result[3] = static_cast<Real32>(c.cosine * real - c.sine * aboutLast);
+    return result;
+}
+
+/// Of the turn about each axis.
+Quaternion inOrder(const HalfTurn (&turns)[3], Int32 order) {
+    switch (order) {
+    case TransformAttachment::XZY:
+        return turned<0, 2, 1>(turns);
+    case TransformAttachment::YXZ:
+        return turned<1, 0, 2>(turns);
+    case TransformAttachment::YZX:
+        return turned<1, 2, 0>(turns);
+    case TransformAttachment::ZXY:
+        return turned<2, 0, 1>(turns);
+    case TransformAttachment::ZYX:
+        return turned<2, 1, 0>(turns);
+    default:
+        return turned<0, 1, 2>(turns);
+    }
 }
 
 /// Whether two angles have the same sine, of which a zero keeps its sign.
@@ -72,25 +121,19 @@ bool isSameAngle(Real32 a, Real32 b) {
 } // namespace
 
 Quaternion EulerAngles::toQuaternion(const Vec3f& degrees, Int32 order) {
-    Rotation turns[3];
-    for (UInt32 axis = 0; axis < 3; ++axis) {
-        const double half = halfInRadians(degrees[axis]);
-        turns[axis] = aboutAxis(axis, std::sin(half), std::cos(half));
-    }
+    HalfTurn turns[3];
+    for (UInt32 axis = 0; axis < 3; ++axis)
+        turns[axis] = halfTurn(degrees[axis]);
     return inOrder(turns, order);
 }
 
 Quaternion EulerRotation::toQuaternion(const Vec3f& degrees, Int32 order) {
-    Rotation turns[3];
     for (UInt32 axis = 0; axis < 3; ++axis) {
-        Turn& turn = _turns[axis];
-        if (!isSameAngle(turn.degrees, degrees[axis])) {
-            const double half = halfInRadians(degrees[axis]);
-            turn = {degrees[axis], std::sin(half), std::cos(half)};
-        }
-        turns[axis] = aboutAxis(axis, turn.sine, turn.cosine);
+        if (isSameAngle(_degrees[axis], degrees[axis])) continue;
+        _degrees[axis] = degrees[axis];
+        _turns[axis] = halfTurn(degrees[axis]);
     }
-    return inOrder(turns, order);
+    return inOrder(_turns, order);
 }
 
 Vec3f EulerAngles::fromQuaternion(const Quaternion& rotation, Int32 order) {

@@ -27,14 +27,15 @@ class KV_OPENSG_EXT_API EulerRotation {
   public:
     Quaternion toQuaternion(const Vec3f& degrees, Int32 order);
 
-  private:
-    // Of half the angle, about one axis.
-    struct Turn {
-        Real32 degrees = 0.0f;
+    /// Of half the angle, about one axis.
+    struct HalfTurn {
         double sine = 0.0;
         double cosine = 1.0;
     };
-    Turn _turns[3];
+
+  private:
+    Vec3f _degrees;
+    HalfTurn _turns[3];
 };
 
 OSG_END_NAMESPACE

@@ -42,7 +42,7 @@ void Transform3D::setRotationAngles(const Vec3f& degrees, Int32 order) {
     setEulerR(angles);
     setRotation(_rotation.toQuaternion(angles, order));
     _applied = angles;
-    for (UInt32 i = 0; i < getParents().getSize(); ++i) {
+    for (UInt32 i = 0; i < getParents().size(); ++i) {
         const TransformAttachmentPtr attachment =
             TransformAttachment::findOrCreate(getParents()[i]);
         if (attachment == NullFC) continue;
@@ -57,7 +57,7 @@ void Transform3D::setRotationAngles(const Vec3f& degrees, Int32 order) {
 /// rotation, then angles that agree with it in some order, and all that before the core has a node
 /// that knows the order.
 bool Transform3D::isRead(void) {
-    if (getParents().getSize() != 0) return false;
+    if (!getParents().empty()) return false;
     for (Int32 order = TransformAttachment::XYZ; order < TransformAttachment::OrderCount; ++order)
         if (describesRotation(order)) return true;
     return false;
@@ -77,7 +77,7 @@ bool Transform3D::describesRotation(Int32 order) {
 
 /// The order stored on the first node that has one.
 Int32 Transform3D::findOrder(void) {
-    for (UInt32 i = 0; i < getParents().getSize(); ++i) {
+    for (UInt32 i = 0; i < getParents().size(); ++i) {
         const TransformAttachmentPtr attachment = TransformAttachment::find(getParents()[i]);
         if (attachment != NullFC) return attachment->getRotationOrder();
     }

@@ -4,6 +4,7 @@
 /// The rotation of a node as angles.
 
 #include <OpenSG/OSGAttachment.h>
+#include <OpenSG/OSGAttachmentContainer.h>
 #include <OpenSG/OSGConfig.h>
 #include <OpenSG/OSGInt32Fields.h>
 #include <OpenSG/OSGVec3fFields.h>
@@ -28,14 +29,24 @@ class KV_OPENSG_EXT_API TransformAttachment : public Attachment {
     enum Order { XYZ = 0, XZY, YXZ, YZX, ZXY, ZYX, OrderCount };
 
     /// The attachment of a container, or null. Null for null.
-    static TransformAttachmentPtr find(const AttachmentContainerPtr& container);
+    static TransformAttachmentPtr find(const AttachmentContainerPtr& container) {
+        if (container == NullFC) return NullFC;
+        return TransformAttachmentPtr::dcast(
+            container->findAttachment(getClassType().getGroupId()));
+    }
 
     /// The attachment of a container, created and added (in an edit of the attachments) when there
     /// is none. Null for null.
     static TransformAttachmentPtr findOrCreate(const AttachmentContainerPtr& container);
 
     /// Sets angles and order within one edit.
-    void set(const Vec3f& degrees, Int32 order);
+    void set(const Vec3f& degrees, Int32 order) {
+        const TransformAttachmentPtr self(*this);
+        beginEditCP(self, RotationAnglesFieldMask | RotationOrderFieldMask);
+        setRotationAngles(degrees);
+        setRotationOrder(order);
+        endEditCP(self, RotationAnglesFieldMask | RotationOrderFieldMask);
+    }
 };
 
 KV_CONTAINER_INLINE(TransformAttachment)

@@ -73,7 +73,7 @@ TransformPtr ownTransform(const osg::NodePtr& node) {
     if (node == NullFC) return NullFC;
     const osg::NodeCorePtr core = node->getCore();
     // A cast to the very type of an object is quick, one to a base class looks for it.
-    if (core != NullFC && core->getType().getId() == osg::Transform3D::getClassType().getId())
+    if (core != NullFC && &core->getType() == &osg::Transform3D::getClassType())
         return Transform3DPtr::dcast(core);
     return TransformPtr::dcast(core);
 }

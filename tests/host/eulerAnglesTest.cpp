@@ -62,6 +62,29 @@ Matrix3 matrixOf(const osg::Quaternion& q) {
     return m;
 }
 
+/// x, y, z, w.
+typedef std::array<double, 4> Quaternion4;
+
+/// b turns first, then a.
+Quaternion4 product(const Quaternion4& a, const Quaternion4& b) {
+    return {a[3] * b[0] + a[0] * b[3] + a[1] * b[2] - a[2] * b[1],
+            a[3] * b[1] - a[0] * b[2] + a[1] * b[3] + a[2] * b[0],
+            a[3] * b[2] + a[0] * b[1] - a[1] * b[0] + a[2] * b[3],
+            a[3] * b[3] - a[0] * b[0] - a[1] * b[1] - a[2] * b[2]};
+}
+
+/// Every term of the product, those with zeros too.
+Quaternion4 spelledOut(const osg::Vec3f& degrees, int order) {
+    Quaternion4 turns[3] = {};
+    for (osg::UInt32 axis = 0; axis < 3; ++axis) {
+        const double half = double(degrees[axis]) * (3.14159265358979323846 / 180.0) / 2.0;
+        turns[axis][axis] = std::sin(half);
+        turns[axis][3] = std::cos(half);
+    }
+    const int* const axes = kAxesOf[order < 0 || order > 5 ? 0 : order];
+    return product(turns[axes[2]], product(turns[axes[1]], turns[axes[0]]));
+}
+
 void expectNear(const Matrix3& a, const Matrix3& b, double tolerance) {
     for (std::size_t i = 0; i < 3; ++i)
         for (std::size_t j = 0; j < 3; ++j)
@@ -130,6 +153,34 @@ TEST(EulerAngles, ofNoRotationAreZero) {
         const osg::Vec3f degrees = osg::EulerAngles::fromQuaternion(q, 0);
         for (osg::UInt32 c = 0; c < 3; ++c)
             EXPECT_EQ(degrees[c], 0.0f);
+    }
+}
+
+TEST(EulerAngles, areTheProductOfThreeTurnsToTheLastBit) {
+    const float special[] = {0.0F,
+                             -0.0F,
+                             90.0F,
+                             -180.0F,
+                             360.0F,
+                             std::numeric_limits<float>::infinity(),
+                             std::numeric_limits<float>::quiet_NaN(),
+                             std::numeric_limits<float>::denorm_min(),
+                             -std::numeric_limits<float>::denorm_min(),
+                             (std::numeric_limits<float>::max)()};
+    std::mt19937 random(5);
+    std::uniform_real_distribution<float> anyAngle(-720.0F, 720.0F);
+    for (int i = 0; i < 100000; ++i) {
+        osg::Vec3f degrees;
+        for (osg::UInt32 axis = 0; axis < 3; ++axis)
+            degrees[axis] = random() % 3 == 0 ? special[random() % 10] : anyAngle(random);
+        const int order = static_cast<int>(random() % 8) - 1;
+        const osg::Quaternion quick = osg::EulerAngles::toQuaternion(degrees, order);
+        const Quaternion4 literal = spelledOut(degrees, order);
+        for (osg::UInt32 c = 0; c < 4; ++c) {
+            const float a = quick[c], b = static_cast<float>(literal[c]);
+            if (std::isnan(a) && std::isnan(b)) continue;
+            ASSERT_EQ(std::memcmp(&a, &b, sizeof(a)), 0) << i << ": " << a << " and " << b;
+        }
     }
 }
 
