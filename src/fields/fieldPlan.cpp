@@ -7,6 +7,7 @@
 #include <OpenSG/OSGFieldContainerType.h>
 #include <OpenSG/OSGFieldDescription.h>
 #include <OpenSG/OSGNode.h>
+#include <OpenSG/OSGVec3fFields.h>
 
 #include <OSGCameraSetting.h>
 
@@ -41,15 +42,25 @@ FieldTarget targetAt(const osg::FieldDescription& description, osg::UInt32 index
     target.index = index;
     target.mask = description.getFieldMask();
     target.access = numberAccessOf(field.getType());
+    target.isVec3f = field.getType().getId() == osg::SFVec3f::getClassType().getId();
     target.single = field.getCardinality() == osg::FieldType::SINGLE_FIELD;
     target.fixedCount = target.single && target.access != nullptr ? target.access->count(field) : 0;
     return target;
 }
 
+std::size_t plainCountOf(const FieldPlan& plan) {
+    const bool isPlain = plan.targets.size() == 1 &&
+                         plan.container != FieldPlan::Container::CameraSetting &&
+                         plan.name != FieldPlan::Name::FieldOfView;
+    return isPlain ? plan.targets.front().fixedCount : 0;
+}
+
 void makePlan(const osg::FieldContainerPtr& container, const std::string& fieldName,
               FieldPlan& plan) {
     osg::FieldContainerType& type = container->getType();
+    const osg::FieldContainer& object = *container;
     plan.type = &type;
+    plan.objectClass = &typeid(object);
     plan.descriptionCount = type.getNumFieldDescs();
     plan.fieldName = fieldName;
     plan.targets.clear();
@@ -61,6 +72,7 @@ void makePlan(const osg::FieldContainerPtr& container, const std::string& fieldN
         if (const osg::Field* field = container->getField(i))
             plan.targets.push_back(targetAt(*description, i, *field));
     }
+    plan.plainCount = plainCountOf(plan);
 }
 
 bool fits(const FieldPlan& plan, const osg::FieldContainerType& type, const std::string& name) {

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <typeinfo>
 #include <vector>
 
 /// @file
@@ -26,6 +27,7 @@ struct FieldTarget {
     const NumberAccess* access; ///< null for a field that only has text
     std::size_t fixedCount;     ///< how many numbers a field of one value has; 0 for lists
     bool single;
+    bool isVec3f; ///< one value of three floats, as most of what is animated
 };
 
 /// Everything that writing and reading need to know about one field name on one type of container.
@@ -38,12 +40,22 @@ struct FieldPlan {
         return type == &other && descriptionCount == other.getNumFieldDescs();
     }
 
+    /// The same of the type of an object: one class of objects has one type, and which class it is
+    /// takes no virtual call to ask.
+    bool isFor(const osg::FieldContainer& object) const {
+        return &typeid(object) == objectClass && descriptionCount == type->getNumFieldDescs();
+    }
+
     const osg::FieldContainerType* type = nullptr;
+    const std::type_info* objectClass = nullptr;
     osg::UInt32 descriptionCount = 0; ///< of the type when the plan was made; types can grow
     std::string fieldName;
     std::vector<FieldTarget> targets; ///< every field of that name
     Container container = Container::Other;
     Name name = Name::Other;
+    /// How many numbers there are when the plan is plain, as nearly every one is: one field of one
+    /// value made of numbers, which are stored as they come and concern no camera. Else 0.
+    std::size_t plainCount = 0;
 };
 
 /// The container with this id; null for 0, for ids never given out and for destroyed containers.

@@ -13,6 +13,7 @@
 #include <kvString.h>
 
 #include <OpenSG/OSGFieldContainer.h>
+#include <OpenSG/OSGVec3fFields.h>
 
 #include <string>
 #include <vector>
@@ -63,6 +64,15 @@ void writeText(const osg::FieldContainerPtr& container, const FieldTarget& targe
     osg::endEditCP(container, target.mask);
 }
 
+// The position is one that the field has.
+void writeNumber(const osg::FieldContainerPtr& container, const FieldTarget& target,
+                 osg::Field& field, std::size_t position, float value) {
+    if (value != value && !target.access->takesNaN) return;
+    osg::beginEditCP(container, target.mask);
+    target.access->write(field, position, value);
+    osg::endEditCP(container, target.mask);
+}
+
 void writeField(const osg::FieldContainerPtr& container, const FieldTarget& target,
                 std::size_t position, float value) {
     osg::Field* field = container->getField(target.index);
@@ -73,11 +83,7 @@ void writeField(const osg::FieldContainerPtr& container, const FieldTarget& targ
     }
     const std::size_t count =
         target.fixedCount != 0 ? target.fixedCount : target.access->count(*field);
-    if (position >= count) return;
-    if (value != value && !target.access->takesNaN) return;
-    osg::beginEditCP(container, target.mask);
-    target.access->write(*field, position, value);
-    osg::endEditCP(container, target.mask);
+    if (position < count) writeNumber(container, target, *field, position, value);
 }
 
 void writeCamera(const osg::FieldContainerPtr& container, const FieldPlan& plan, unsigned position,
@@ -113,11 +119,14 @@ void writeBound(const osg::FieldContainerPtr& container, const FieldPlan& plan, 
         writeFields(container, plan, position, value);
         return;
     }
-    const std::uint32_t id = osg::getContainerId(container);
-    writeFields(container, plan, position, value);
-    // Written after the fields, whose edits may have made the host destroy the container.
-    const osg::FieldContainerPtr still = kv::detail::containerById(id);
-    if (still == osg::NullFC) return;
+    osg::FieldContainerPtr still = container;
+    if (!plan.targets.empty()) {
+        const std::uint32_t id = osg::getContainerId(container);
+        writeFields(container, plan, position, value);
+        // Written after the fields, whose edits may have made the host destroy the container.
+        still = kv::detail::containerById(id);
+        if (still == osg::NullFC) return;
+    }
     if (kind == FieldPlan::Container::Node)
         kv::detail::writeSpecial(osg::NodePtr::dcast(still), special, value);
     else
@@ -150,10 +159,30 @@ void kvAnimationUtils2::setRealFieldValue(const AnimationField& field) {
 void kv::detail::BoundWriter::write(const Field& binding, float value) {
     const osg::FieldContainerPtr container = containerById(_container);
     if (container == osg::NullFC) return;
-    if (knows(container->getType())) {
+    if (!knows(*container))
+        lookUpAndWrite(container, binding, value);
+    else if (_special == Special::None && _position < _plan->plainCount)
+        writePlain(container, value);
+    else
         writeBound(container, *_plan, _special, _position, value);
+}
+
+// The container by value: its address would keep it in memory across the store.
+void kv::detail::BoundWriter::writePlain(osg::FieldContainerPtr container, float value) const {
+    const FieldTarget& target = _plan->targets.front();
+    osg::Field* const field = container->getField(target.index);
+    if (field == nullptr) return;
+    if (!target.isVec3f) {
+        writeNumber(container, target, *field, _position, value);
         return;
     }
+    osg::beginEditCP(container, target.mask);
+    static_cast<osg::SFVec3f*>(field)->getValue()[_position] = value;
+    osg::endEditCP(container, target.mask);
+}
+
+void kv::detail::BoundWriter::lookUpAndWrite(const osg::FieldContainerPtr& container,
+                                             const Field& binding, float value) {
     FieldPlan spare;
     const FieldPlan& plan = planFor(container, binding.globalFieldName, spare);
     _special = specialOf(plan.container, binding.fieldName);

@@ -45,8 +45,7 @@ Special find(const Row (&rows)[count], const std::string& name) {
 // The angles as they were set last, degrees. Not those of the node's core: three angles cannot be
 // read back from a rotation unambiguously.
 osg::Vec3f rotationAnglesOf(const osg::NodePtr& node) {
-    const osg::TransformAttachmentPtr angles = osg::TransformAttachmentPtr::dcast(
-        node->findAttachment(osg::TransformAttachment::getClassType().getGroupId()));
+    const osg::TransformAttachmentPtr angles = osg::TransformAttachment::find(node);
     if (angles == osg::NullFC) return osg::Vec3f(0.0F, 0.0F, 0.0F);
     return angles->getRotationAngles();
 }

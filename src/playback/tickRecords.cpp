@@ -7,6 +7,13 @@
 namespace kv {
 namespace detail {
 
+namespace {
+
+/// How many records ahead of the write their containers are brought near.
+constexpr std::size_t kAhead = 12;
+
+} // namespace
+
 void TickRecords::bind(std::size_t index, std::uint64_t stamp, const Field& binding) {
     if (index == _records.size()) {
         _bindings.push_back(binding);
@@ -34,8 +41,12 @@ void TickRecords::add(const kvAnimationCurve& curve, float value) {
 }
 
 void TickRecords::write() {
-    for (std::size_t i = 0; i < _count; ++i)
+    for (std::size_t i = 0; i < _count; ++i) {
+        const std::size_t ahead = i + kAhead;
+        if (ahead < _count && !_records[ahead].writer.hasContainerOf(_records[ahead - 1].writer))
+            _records[ahead].writer.prefetch();
         _records[i].writer.write(_bindings[i], _records[i].value);
+    }
 }
 
 std::vector<TickRecords::Field> TickRecords::all() const {

@@ -7,6 +7,8 @@
 #include "support/allocationCount.h"
 
 #include <kvAnimationUtils2.h>
+#include <OSGEulerAngles.h>
+#include <OSGTransformAttachment.h>
 
 #include <gtest/gtest.h>
 
@@ -145,6 +147,38 @@ TEST_F(Records, makeOneEditEachWithTheMaskOfTheirField) {
         osg::Transform3D::EulerRFieldMask | osg::ComponentTransform::RotationFieldMask,
         RecordingTransform::AmountFieldMask, osg::ComponentTransform::TranslationFieldMask};
     EXPECT_EQ(masks, expected);
+}
+
+TEST_F(Records, ofThreeAnglesMakeARotationEach) {
+    const osg::NodePtr recorder = makeRecorder();
+    auto* const block = new kvAnimationBlock(recorder, "b");
+    const char* const attributes[] = {"scaleX", "rotateX", "rotateY", "rotateZ", "centerX"};
+    for (const char* attribute : attributes)
+        block->addCurve(makeCurve(recorder, attribute));
+    kvAnimationClip* const clip = makeClip();
+    clip->addBlock(block);
+    Controller::play(clip, 0.0F, 100.0F, false, false);
+    tickAt(2.0);
+    std::vector<osg::BitVector> masks;
+    for (const RecordingTransform::Edit& edit : editsOf([] { tickAt(2.02); }))
+        masks.push_back(std::get<1>(edit));
+    const osg::BitVector rotation =
+        osg::Transform3D::EulerRFieldMask | osg::ComponentTransform::RotationFieldMask;
+    const std::vector<osg::BitVector> expected = {osg::ComponentTransform::ScaleFieldMask, rotation,
+                                                  rotation, rotation,
+                                                  osg::ComponentTransform::CenterFieldMask};
+    EXPECT_EQ(masks, expected);
+
+    const auto core = osg::Transform3DPtr::dcast(recorder->getCore());
+    const auto angles = osg::TransformAttachment::find(recorder);
+    const osg::Quaternion& actual = core->getRotation();
+    const osg::Quaternion described = osg::EulerAngles::toQuaternion(core->getEulerR(), 0);
+    for (osg::UInt32 i = 0; i < 4; ++i)
+        EXPECT_EQ(actual[i], described[i]);
+    for (osg::UInt32 i = 0; i < 3; ++i) {
+        EXPECT_EQ(core->getEulerR()[i], Controller::getValues()[i + 1].value);
+        EXPECT_EQ(angles->getRotationAngles()[i], Controller::getValues()[i + 1].value);
+    }
 }
 
 TEST_F(Records, followTheCurveThatTakesThePlaceOfAnother) {
