@@ -7,6 +7,8 @@
 #include <OpenSG/OSGSwitch.h>
 #include <OpenSG/OSGTransform.h>
 
+#include <cmath>
+
 namespace osg {
 
 OSG_TABLE_DEF(Group, NodeCore, OSG_NO_FIELDS)
@@ -56,8 +58,31 @@ void Transform::makeMatrix() {
     Inherited::setMatrix(postponedMatrix());
 }
 
+namespace {
+
+/// Whether the scale acts along the axes themselves, exactly, and its product with the turns there
+/// and back is plainly that of the scale.
+bool isUnturned(const Vec3f& scale, const Quaternion& scaleOrientation) {
+    for (UInt32 i = 0; i < 3; ++i)
+        if (scaleOrientation[i] != 0 || !std::isfinite(scale[i])) return false;
+    return scaleOrientation[3] == 1;
+}
+
+} // namespace
+
 osg::Matrix ComponentTransform::postponedMatrix() const {
     osg::Matrix matrix;
+    if (isUnturned(_edited.scale, _edited.scaleOrientation)) {
+        // What setTransform makes, to the last bit: it adds a positive zero to each number of the
+        // scale, and all others of that matrix are positive zeros.
+        osg::Matrix part;
+        part.setScale(_edited.scale[0] + 0.F, _edited.scale[1] + 0.F, _edited.scale[2] + 0.F);
+        matrix.setTransform(_edited.translation + _edited.center, _edited.rotation);
+        matrix.mult(part);
+        part.setTransform(-_edited.center);
+        matrix.mult(part);
+        return matrix;
+    }
     matrix.setTransform(_edited.translation, _edited.rotation, _edited.scale,
                         _edited.scaleOrientation, _edited.center);
     return matrix;

@@ -11,7 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstring>
+#include <limits>
 #include <random>
 #include <string>
 
@@ -82,6 +84,44 @@ TEST_F(PostponedMatrix, isThatOfThePartsAfterAnyEdits) {
             edit(static_cast<int>(random() % 5));
         ASSERT_TRUE(sameBits(transform->getMatrix(), matrixOf(transform))) << i;
         ASSERT_TRUE(sameBits(osg::TransformPtr(transform.get())->getMatrix(), matrixOf(transform)));
+    }
+}
+
+TEST_F(PostponedMatrix, isThatOfThePartsWhereTheScaleIsNotTurned) {
+    const float infinity = std::numeric_limits<float>::infinity();
+    const float special[] = {0.F,   -0.F,     1.F,       -1.F,
+                             3e38F, infinity, -infinity, std::numeric_limits<float>::quiet_NaN(),
+                             1e-45F};
+    const auto any = [&] { return random() % 3 == 0 ? special[random() % 9] : number(); };
+    const auto finite = [&] { return random() % 3 == 0 ? special[random() % 5] : number(); };
+    for (int i = 0; i < 50000; ++i) {
+        const bool isOdd = i % 8 == 0;
+        const auto next = [&] { return isOdd ? any() : finite(); };
+        const auto three = [&] {
+            const float x = next(), y = next(), z = next();
+            return Vec3f(x, y, z);
+        };
+        transform->setTranslation(three());
+        transform->setScale(three());
+        transform->setCenter(i % 3 == 0 ? Vec3f() : three());
+        Quaternion turn;
+        if (i % 5 != 0) {
+            const Vec3f axis = three();
+            turn.setValueAsQuat(axis[0], axis[1], axis[2], next());
+        }
+        transform->setRotation(turn);
+        Quaternion none;
+        if (i % 7 == 0) none.setValueAsQuat(-0.F, i % 2 == 0 ? 0.F : -0.F, 0.F, 1.F);
+        if (i % 7 == 1) none.setValueAsQuat(0.F, 0.F, 1e-7F, 1.F); // as good as none, but not quite
+        transform->setScaleOrientation(none);
+        endEditCP(transform.get(), kParts);
+        const Matrix actual = transform->getMatrix(), expected = matrixOf(transform);
+        for (osg::UInt32 n = 0; n < 16; ++n) {
+            const float a = actual.getValues()[n], b = expected.getValues()[n];
+            // One that is no number is as good as another.
+            if (std::isnan(a) && std::isnan(b)) continue;
+            ASSERT_EQ(std::memcmp(&a, &b, sizeof(a)), 0) << i << " " << n << ": " << a << " " << b;
+        }
     }
 }
 
