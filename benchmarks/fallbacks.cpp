@@ -1,7 +1,7 @@
 // How often the quick evaluation of a segment is not certain of its result, for each family of
 // segments that the tests compare it over. One line a family: its name, the percentage of frames
 // for which multiplied constants did not do, and that for which the literal evaluator was asked.
-#include "keys/fastSegment.h"
+#include "support/kernels.h"
 #include "support/segmentFamilies.h"
 
 #include <cstdint>
@@ -12,7 +12,8 @@ namespace {
 constexpr int kFrames = 1000000;
 
 void count(const kv::test::SegmentFamily& family, std::uint64_t seed) {
-    using namespace kv::detail;
+    using namespace kv::detail::parts;
+    using kv::detail::Segment;
     kv::test::QuickRandom random(seed);
     std::uint64_t asked = 0, again = 0, fallbacks = 0;
     for (int i = 0; i < kFrames; ++i) {

@@ -166,7 +166,6 @@ class KV_ANIMATIONS_API kvAnimationCurve : public kvControlPointManager {
 
     static std::uint32_t _idCount;
 
-    std::uint64_t bindingStamp = 0; // 0 is the binding to nothing; see CurveBinding
     std::string name = "init";
     const char* curveType = "linear";
     bool autocomputeTangents = true;

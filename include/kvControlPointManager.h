@@ -16,8 +16,14 @@
 namespace kv::detail {
 class KeyIdIndex;
 class KeyImport;
+struct CurveBinding;
 struct KeyListReader;
-class SegmentMemory;
+
+/// What a list remembers of the segment that was evaluated last, read and written by SegmentMemory;
+/// several threads may do so at once. A copy starts without.
+struct SegmentWords {
+    std::atomic<std::uint64_t> words[15] = {};
+};
 } // namespace kv::detail
 
 /// A list of keys in ascending order of their frames, with the editing state of the curve editor.
@@ -220,6 +226,7 @@ class KV_ANIMATIONS_API kvControlPointManager {
   private:
     friend class kvAnimationCurve;
     friend class kv::detail::KeyImport;
+    friend struct kv::detail::CurveBinding;
     friend struct kv::detail::KeyListReader;
     friend struct kvTestAccess<kvControlPointManager>;
 
@@ -230,16 +237,16 @@ class KV_ANIMATIONS_API kvControlPointManager {
     struct OrderNote {
         std::uint64_t edit = 0;
         const kvControlPoint* first = nullptr;
-        std::size_t count = 0;
+        std::uint32_t count = 0;  // longer lists count as unsorted
         int greatestId = INT_MIN; // no key of the list has a greater one
         bool linked = false;
+        bool endsInNumber = false; // the last frame is none of the NaNs, which stand at the end
     };
 
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
     static int d2i(double v);
 
-    kv::detail::SegmentMemory* makeSegmentMemory() const;
     bool isKnownSorted() const;
     bool isKnownLinked() const;
     bool isSorted() const;
@@ -248,6 +255,7 @@ class KV_ANIMATIONS_API kvControlPointManager {
     void noteIfSorted(bool linked);
     void noteRewritten(bool sorted, bool linked);
     void renewNote();
+    void noteLastFrame();
     void bringInOrder();
     void sortByFrame();
     void linkRange(std::size_t first, std::size_t last);
@@ -272,21 +280,24 @@ class KV_ANIMATIONS_API kvControlPointManager {
     void moveKey(std::size_t index, kvControlPoint::Point point);
     void setPointInPlace(kvControlPoint& cp, kvControlPoint::Point target);
 
-    std::vector<kvControlPoint> cps;
+    // A tick goes through the curves of a scene, which do not fit into the caches: what it reads of
+    // a list comes first, in one line of the cache.
+    alignas(64) std::vector<kvControlPoint> cps;
+    OrderNote order;
+    // Where the segment that was evaluated last ends: a hint, right or wrong. Atomic because
+    // several threads may evaluate one list.
+    mutable std::atomic<std::uint32_t> segmentEnd{0};
+    std::uint64_t bindingStamp = 0; // of what a curve drives, see kv::detail::CurveBinding
+    mutable kv::detail::SegmentWords segmentWords;
+
     HitType hitType = HitPoint;
     kvControlPoint* currentCP = nullptr;
     kvControlPoint* hitCP = nullptr;
     int cpCount = 1;
     int tangentLength = Half;
-
-    OrderNote order;
     // The keys were copied and not linked since: their links lead into another list. Those must not
     // be told by address alone, since this list may come to lie where that one was.
     bool foreignLinks = false;
     unsigned idScans = 0;
     std::unique_ptr<kv::detail::KeyIdIndex> idIndex;
-
-    // What the evaluation remembers of this list. Made by the first evaluation, owned, not copied;
-    // atomic because several threads may evaluate one list.
-    mutable std::atomic<kv::detail::SegmentMemory*> segmentMemory{nullptr};
 };

@@ -7,6 +7,8 @@
 #include <kvAnimationClip.h>
 #include <kvAnimationTrack.h>
 
+#include "keys/prefetch.h"
+
 namespace kv::detail {
 
 namespace {
@@ -42,8 +44,10 @@ void ClipRanges::collect(kvAnimationClip& clip) {
 ClipRanges::Entry ClipRanges::visit(kvAnimationClip& clip) {
     const std::size_t firstPending = _pending.size();
     ClipRangeFold fold;
-    for (kvAnimationTrack* track : clip._tracks)
-        fold.add(visitTrack(*track));
+    for (std::size_t i = 0; i < clip._tracks.size(); ++i) {
+        prefetchBehind(clip, i);
+        fold.add(visitTrack(*clip._tracks[i]));
+    }
     sortEntries(firstPending);
 
     Node node{};
@@ -59,6 +63,18 @@ ClipRanges::Entry ClipRanges::visit(kvAnimationClip& clip) {
     node.blockCount = static_cast<std::uint32_t>(_blocks.size()) - node.firstBlock;
     _nodes.push_back(node);
     return {&clip, node.range, static_cast<std::uint32_t>(_nodes.size() - 1)};
+}
+
+// Large clips have a track for each block: what a visit needs of one comes from memory in three
+// steps, so each step is taken some tracks ahead.
+void ClipRanges::prefetchBehind(const kvAnimationClip& clip, std::size_t visited) {
+    const auto track = [&clip, visited](std::size_t ahead) {
+        return visited + ahead < clip._tracks.size() ? clip._tracks[visited + ahead] : nullptr;
+    };
+    if (const kvAnimationTrack* const far = track(12)) prefetchLines(far, 2);
+    if (const kvAnimationTrack* const near = track(8)) prefetchLines(near->_blocks.data(), 1);
+    const kvAnimationTrack* const next = track(4);
+    if (next != nullptr && !next->_blocks.empty()) prefetchLines(next->_blocks.front(), 3);
 }
 
 FrameRange ClipRanges::visitTrack(kvAnimationTrack& track) {

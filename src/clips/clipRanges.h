@@ -65,6 +65,7 @@ class ClipRanges {
     };
 
     Entry visit(kvAnimationClip& clip);
+    static void prefetchBehind(const kvAnimationClip& clip, std::size_t visited);
     FrameRange visitTrack(kvAnimationTrack& track);
     void sortEntries(std::size_t first);
     void appendBlocks(const kvAnimationClip& clip);

@@ -3,53 +3,77 @@
 // certain to have the literal evaluator's bits, the literal evaluator is asked.
 #include "keys/curveEvaluation.h"
 
-#include "keys/constants.h"
-#include "keys/fastSegment.h"
-#include "keys/keyListReader.h"
-#include "keys/literalEvaluation.h"
-#include "keys/segmentMemory.h"
+#include "keys/curveBatch.h"
+#include "keys/evaluationKernel.h"
+
+#if defined(__GNUC__)
+
+namespace kv::detail::baseline {
+#define KV_KERNEL_LANES 2
+#include "keys/kernel/all.inl"
+} // namespace kv::detail::baseline
+
+#if defined(__x86_64__)
+#define KV_HAS_AVX2_KERNEL
+#if defined(__clang__)
+#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
+#else
+#pragma GCC push_options
+#pragma GCC target("avx2")
+#endif
+namespace kv::detail::avx2 {
+#define KV_KERNEL_LANES 4
+#include "keys/kernel/all.inl"
+} // namespace kv::detail::avx2
+#if defined(__clang__)
+#pragma clang attribute pop
+#else
+#pragma GCC pop_options
+#endif
+#endif
+
+#else
+
+namespace kv::detail::baseline {
+#define KV_KERNEL_LANES 1
+#include "keys/kernel/all.inl"
+} // namespace kv::detail::baseline
+
+#endif
 
 namespace kv::detail {
 
 namespace {
 
-bool isHeld(const Segment& s) {
-    return s.x0 == s.x1 && s.x2 == s.x3 && s.y0 == s.y1 && s.y2 == s.y3;
-}
+// Known before any constructor runs, since hosts' global objects may evaluate curves.
+EvaluationKernel bestKernel = {"baseline", &baseline::evaluateOne, &baseline::evaluateMany};
+
+#if defined(KV_HAS_AVX2_KERNEL)
+[[maybe_unused]] const bool isChosen = [] {
+    if (__builtin_cpu_supports("avx2"))
+        bestKernel = {"avx2", &avx2::evaluateOne, &avx2::evaluateMany};
+    return true;
+}();
+#endif
 
 } // namespace
 
-float evaluateCurve(const kvControlPointManager* curve, float frame) {
-    if (curve == nullptr || curve->getCPs().size() < 2) return kNoCurveValue;
-    const std::vector<kvControlPoint>& keys = curve->getCPs();
-    const double at = static_cast<double>(frame);
-    SegmentMemory* const memory = KeyListReader::memoryOf(*curve);
-    const std::size_t after =
-        KeyListReader::firstAfter(*curve, at, memory == nullptr ? 0 : memory->end());
-    if (after == 0) return static_cast<float>(keys.front().getPoint().y);
-    if (after == keys.size()) return static_cast<float>(keys.back().getPoint().y);
+const std::vector<EvaluationKernel>& evaluationKernels() {
+    static const std::vector<EvaluationKernel> kernels = [] {
+        std::vector<EvaluationKernel> found = {
+            {"baseline", &baseline::evaluateOne, &baseline::evaluateMany}};
+        if (bestKernel.evaluateOne != found.front().evaluateOne) found.push_back(bestKernel);
+        return found;
+    }();
+    return kernels;
+}
 
-    const Segment segment = segmentBetween(keys[after - 1], keys[after]);
-    const bool isNew = memory == nullptr || memory->setEnd(after);
-    if (isHeld(segment)) return static_cast<float>(segment.y0);
-    // A segment that is evaluated twice in a row will be evaluated more often: its constants are
-    // worth computing exactly, and worth being remembered.
-    SegmentConstants constants{};
-    if (isNew) {
-        constants = segmentConstants<false>(segment);
-    } else if (!memory->recall(segment, constants)) {
-        constants = segmentConstants<true>(segment);
-        memory->remember(segment, constants);
-    }
-    for (;;) {
-        const FastValue fast = fastValue(segment, constants, at);
-        if (fast.certain) return fast.value;
-        if (constants.isExact()) break;
-        // Closer bounds may do. The frames around this one will need these constants, too.
-        constants = segmentConstants<true>(segment);
-        if (memory != nullptr) memory->remember(segment, constants);
-    }
-    return evaluateSegmentLiterally(keys[after - 1], keys[after], frame);
+float evaluateCurve(const kvControlPointManager* curve, float frame) {
+    return bestKernel.evaluateOne(curve, frame);
+}
+
+void evaluateCurves(CurveBatch& batch, float frame) {
+    bestKernel.evaluateMany(batch, frame);
 }
 
 } // namespace kv::detail

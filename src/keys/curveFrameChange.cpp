@@ -182,6 +182,7 @@ void kvAnimationCurve::moveSelectedCPs(float frame) {
     }
     if (places.empty()) return;
     FrameChange(*this, frame).apply(places);
+    noteLastFrame();
     dropIdIndex();
     linkRange(0, cps.size());
 }

@@ -5,18 +5,14 @@
 #include "keys/frameOrder.h"
 #include "keys/keyIdIndex.h"
 #include "keys/rounding.h"
-#include "keys/segmentMemory.h"
-
-#include <new>
 
 kvControlPointManager::kvControlPointManager() = default;
-kvControlPointManager::~kvControlPointManager() {
-    delete segmentMemory.load(std::memory_order_acquire);
-}
+kvControlPointManager::~kvControlPointManager() = default;
 
 kvControlPointManager::kvControlPointManager(const kvControlPointManager& other)
-    : cps(other.cps), hitType(other.hitType), currentCP(other.currentCP), hitCP(other.hitCP),
-      cpCount(other.cpCount), tangentLength(other.tangentLength), foreignLinks(true) {
+    : cps(other.cps), bindingStamp(other.bindingStamp), hitType(other.hitType),
+      currentCP(other.currentCP), hitCP(other.hitCP), cpCount(other.cpCount),
+      tangentLength(other.tangentLength), foreignLinks(true) {
     // A copy is as sorted as its source, but its links lead into the source.
     if (other.isKnownSorted()) noteSorted();
 }
@@ -25,6 +21,7 @@ kvControlPointManager& kvControlPointManager::operator=(const kvControlPointMana
     if (this == &other) return *this;
     std::vector<kvControlPoint> copy(other.cps);
     cps.swap(copy);
+    bindingStamp = other.bindingStamp;
     hitType = other.hitType;
     currentCP = other.currentCP;
     hitCP = other.hitCP;
@@ -36,16 +33,6 @@ kvControlPointManager& kvControlPointManager::operator=(const kvControlPointMana
     else
         noteUnsorted();
     return *this;
-}
-
-// Several threads may come here at once; the first one's memory becomes the list's.
-kv::detail::SegmentMemory* kvControlPointManager::makeSegmentMemory() const {
-    std::unique_ptr<kv::detail::SegmentMemory> made(new (std::nothrow) kv::detail::SegmentMemory);
-    kv::detail::SegmentMemory* present = nullptr;
-    if (segmentMemory.compare_exchange_strong(present, made.get(), std::memory_order_acq_rel,
-                                              std::memory_order_acquire))
-        return made.release();
-    return present;
 }
 
 // Counts as an edit of this list, and of no other: nothing done to this vector changes another
@@ -139,7 +126,10 @@ void kvControlPointManager::setPointInPlace(kvControlPoint& cp, kvControlPoint::
         (index == 0 || !kv::detail::framePrecedes(target.x, cps[index - 1].point.x)) &&
         (index + 1 == cps.size() || !kv::detail::framePrecedes(cps[index + 1].point.x, target.x));
     cp.point = target;
-    if (!fits) noteUnsorted();
+    if (fits)
+        noteLastFrame();
+    else
+        noteUnsorted();
 }
 
 bool kvControlPointManager::checkConstraints(const kvControlPoint& cp, float x, float inX,

@@ -131,11 +131,13 @@ void kvControlPointManager::moveKey(std::size_t index, kvControlPoint::Point poi
     }
     if (place == self) {
         self->point = point;
+        noteLastFrame();
         return;
     }
     kvControlPoint key = *self;
     key.point = point;
     placeKey(index, static_cast<std::size_t>(place - cps.begin()), key);
+    noteLastFrame();
     dropIdIndex();
 }
 

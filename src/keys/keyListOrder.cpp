@@ -8,6 +8,7 @@
 #include "keys/walkCount.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 using kv::detail::countWalk;
@@ -31,14 +32,20 @@ bool kvControlPointManager::isSorted() const {
 void kvControlPointManager::noteSorted() {
     order.edit = kv::detail::currentKeyEdit();
     order.first = cps.data();
-    order.count = cps.size();
+    order.count = static_cast<std::uint32_t>(cps.size());
     order.greatestId = INT_MIN;
     countWalk(cps.size());
     for (const kvControlPoint& cp : cps)
         order.greatestId = (std::max)(order.greatestId, cp.id);
     order.linked = false;
+    noteLastFrame();
     idScans = 0;
     idIndex.reset();
+}
+
+// To be called wherever the last key may have become another one, or its frame another.
+void kvControlPointManager::noteLastFrame() {
+    order.endsInNumber = !cps.empty() && !std::isnan(cps.back().point.x);
 }
 
 void kvControlPointManager::noteUnsorted() {
@@ -67,7 +74,8 @@ void kvControlPointManager::noteRewritten(bool sorted, bool linked) {
 // Takes over a change of the vector by code that kept the order.
 void kvControlPointManager::renewNote() {
     order.first = cps.data();
-    order.count = cps.size();
+    order.count = static_cast<std::uint32_t>(cps.size());
+    noteLastFrame();
 }
 
 bool kvControlPointManager::isKnownLinked() const {

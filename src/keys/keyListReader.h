@@ -19,31 +19,45 @@ struct KeyListReader {
                list.order.first == list.cps.data();
     }
 
+    /// The position of the first key whose frame is greater, if that is `hint`, which may be any
+    /// number, or the position behind it, and if no key is before the first or behind the last one;
+    /// else 0. So the frame is within the list's range wherever this is not 0.
+    static std::size_t firstAfterNear(const kvControlPointManager& list, double frame,
+                                      std::size_t hint) {
+        const std::vector<kvControlPoint>& keys = list.cps;
+        // In a sorted list, keys before one that is not greater are not greater either, and a last
+        // key that is a number is not before any other.
+        if (hint - 1 >= keys.size() - 1 || !isKnownSorted(list) || !list.order.endsInNumber ||
+            !(keys[hint - 1].getPoint().x <= frame))
+            return 0;
+        if (keys[hint].getPoint().x > frame) return hint;
+        return hint + 1 < keys.size() && keys[hint + 1].getPoint().x > frame ? hint + 1 : 0;
+    }
+
     /// The position of the first key whose frame is greater, the number of keys when there is none.
-    /// Looks first whether that is `hint`, which may be any number, or the position behind it.
+    /// Looks first where the hint says.
     static std::size_t firstAfter(const kvControlPointManager& list, double frame,
                                   std::size_t hint) {
-        const std::vector<kvControlPoint>& keys = list.cps;
-        // In a sorted list, keys before one that is not greater are not greater either.
-        if (hint - 1 < keys.size() - 1 && isKnownSorted(list) &&
-            keys[hint - 1].getPoint().x <= frame) {
-            if (keys[hint].getPoint().x > frame) return hint;
-            if (hint + 1 < keys.size() && keys[hint].getPoint().x <= frame &&
-                keys[hint + 1].getPoint().x > frame)
-                return hint + 1;
-        }
-        return list.firstAfterFrame(frame);
+        const std::size_t near = firstAfterNear(list, frame, hint);
+        return near != 0 ? near : list.firstAfterFrame(frame);
     }
 
-    /// What the list remembers for the evaluation, null before the first one.
-    static const SegmentMemory* knownMemoryOf(const kvControlPointManager& list) {
-        return list.segmentMemory.load(std::memory_order_acquire);
+    /// Where the segment that was evaluated last ends: a hint, right or wrong.
+    static std::size_t segmentEnd(const kvControlPointManager& list) {
+        return list.segmentEnd.load(std::memory_order_relaxed);
     }
 
-    /// The same, made if need be; null if there is no room for it.
-    static SegmentMemory* memoryOf(const kvControlPointManager& list) {
-        SegmentMemory* const memory = list.segmentMemory.load(std::memory_order_acquire);
-        return memory != nullptr ? memory : list.makeSegmentMemory();
+    /// Takes down where a segment ends; false when that was known already.
+    static bool setSegmentEnd(const kvControlPointManager& list, std::size_t end) {
+        const auto narrow = static_cast<std::uint32_t>(end);
+        if (list.segmentEnd.load(std::memory_order_relaxed) == narrow) return false;
+        list.segmentEnd.store(narrow, std::memory_order_relaxed);
+        return true;
+    }
+
+    /// What else the list remembers of that segment.
+    static SegmentMemory memoryOf(const kvControlPointManager& list) {
+        return SegmentMemory(list.segmentWords);
     }
 };
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Prints rootTables.h, the numbers that fastRoot.h computes with, or checks that a file is what
+"""Prints rootTables.h, the numbers that kernel/root.inl computes with, or checks that a file is what
 would be printed:
 
     python3 makeRootTables.py > rootTables.h
@@ -16,7 +16,6 @@ from math import comb
 getcontext().prec = 80
 
 DEGREE = 19
-INTERVALS = 32  # of each octave
 
 
 def decimal(fraction):
@@ -78,7 +77,7 @@ exact = [Decimal(c) for c in third]
 points = [Decimal(i) / 500 for i in range(-500, 501)]
 third_error = max(abs(polynomial(exact, w) - polynomial(series, w)) for w in points)
 
-# --- |z|^(-1/3) over three octaves, a straight line in each interval --------------------------------
+# --- z^(-1/3) over three octaves: a polynomial over the first, times a power of 2 ------------------
 
 
 def cube_root(x):
@@ -89,23 +88,35 @@ def cube_root(x):
     return y
 
 
-lines = []
+def through(points):
+    """The polynomial through some points, by divided differences; the constant term first."""
+    nodes = [x for x, _ in points]
+    table = [y for _, y in points]
+    for level in range(1, len(points)):
+        for i in range(len(points) - 1, level - 1, -1):
+            table[i] = (table[i] - table[i - 1]) / (nodes[i] - nodes[i - level])
+    result = [Decimal(0)] * len(points)
+    for node, weight in zip(reversed(nodes), reversed(table)):
+        shifted = [Decimal(0)] + result[:-1]
+        result = [below - node * c for below, c in zip(shifted, result)]
+        result[0] += weight
+    return result
+
+
+# The Chebyshev nodes of degree 6 in [1, 2]; nothing depends on their last digits.
+half_cosines = [Decimal(c) for c in ("0.482962913", "0.3535533905", "0.1294095225")]
+cosines = [-c for c in half_cosines] + half_cosines[::-1]
+nodes = [Decimal("1.5") + c for c in cosines]
+first_octave = [float(c) for c in through([(x, 1 / cube_root(x)) for x in nodes])]
+octaves = [float(c) for c in through([(Decimal(o), 1 / cube_root(Decimal(2) ** o)) for o in range(3)])]
+
 worst = Decimal(0)
 for octave in range(3):
-    for i in range(INTERVALS):
-        low = Decimal(2) ** octave * (1 + Decimal(i) / INTERVALS)
-        width = Decimal(2) ** octave / INTERVALS
-        # Through the function's values at the two Chebyshev nodes of the interval.
-        half = width / 2 * Decimal("0.5").sqrt()
-        nodes = [low + width / 2 - half, low + width / 2 + half]
-        values = [1 / cube_root(z) for z in nodes]
-        slope = (values[1] - values[0]) / (nodes[1] - nodes[0])
-        line = (float(values[0] - slope * nodes[0]), float(slope))
-        lines.append(line)
-        for j in range(9):
-            z = low + width * j / 8
-            y = Decimal(line[0]) + Decimal(line[1]) * z
-            worst = max(worst, abs(1 - z * y**3))
+    power = polynomial([Decimal(c) for c in octaves], Decimal(octave))
+    for j in range(1001):
+        m = 1 + Decimal(j) / 1000
+        y = polynomial([Decimal(c) for c in first_octave], m) * power
+        worst = max(worst, abs(1 - m * Decimal(2) ** octave * y**3))
 
 # -----------------------------------------------------------------------------------------------------
 
@@ -121,7 +132,7 @@ def emit(line=""):
 
 
 emit("// Printed by makeRootTables.py; change that, not this. What the numbers are for is told in")
-emit("// fastRoot.h.")
+emit("// kernel/root.inl.")
 emit("#pragma once")
 emit()
 emit("// clang-format off")
@@ -134,19 +145,16 @@ for c in third:
     emit(f"    {c!r},")
 emit("};")
 emit()
-emit("/// How often each octave of the table below is divided.")
-emit(f"constexpr int kInverseRootIntervals = {INTERVALS};")
-emit()
-emit("struct Line {")
-emit("    double at0;")
-emit("    double slope;")
-emit("};")
-emit()
-emit("/// y = z^(-1/3) for z in [1, 8), a straight line in each interval: |1 - z y^3| is at most")
+emit("/// m^(-1/3) on [1, 2] as a polynomial, and 2^(-n/3) as one through its values at n = 0, 1, 2. For")
+emit("/// z = 2^n m their product y is close to z^(-1/3): |1 - z y^3| is at most")
 emit(f"/// {worst:.2e}.")
-emit(f"constexpr Line kInverseRoot[{3 * INTERVALS}] = {{")
-for at0, slope in lines:
-    emit(f"    {{{at0!r}, {slope!r}}},")
+emit(f"constexpr double kInverseRoot[{len(first_octave)}] = {{")
+for c in first_octave:
+    emit(f"    {c!r},")
+emit("};")
+emit(f"constexpr double kInverseRootOfOctave[{len(octaves)}] = {{")
+for c in octaves:
+    emit(f"    {c!r},")
 emit("};")
 emit()
 emit("/// What a third has more than the double 0.3333333333333333, times the logarithm of 2: a power")

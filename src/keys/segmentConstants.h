@@ -2,8 +2,6 @@
 
 #include <kvControlPoint.h>
 
-#include <cmath>
-
 namespace kv::detail {
 
 /// The unit of every error bound: what rounding to the nearest double changes at most, relatively.
@@ -37,29 +35,5 @@ struct SegmentConstants {
     /// Whether `pCubed` and `k` have the literal bits, too.
     bool isExact() const { return pCubedError == 0; }
 };
-
-/// With one true, calls pow as the literal evaluator does; else multiplies, which is quicker. Of a
-/// power that errs by at most 2 ulp, which is 4 roundings, two multiplications differ by at most 6.
-/// (A product so small that it underflows differs by more, relatively; nobody asks for it then, see
-/// boundedRoot().)
-template <bool exact>
-SegmentConstants segmentConstants(const Segment& s) {
-    const double a3 = 3 * s.x1 - s.x0 - 3 * s.x2 + s.x3;
-    const double a2 = -6 * s.x1 + 3 * s.x0 + 3 * s.x2;
-    const double a1 = 3 * s.x1 - 3 * s.x0;
-    const double p = (a1 * 3 * a3 - a2 * a2) / (a3 * 3 * a3);
-    const double third = p / 3;
-    SegmentConstants c{};
-    c.a3 = a3;
-    c.qStart = a2 * (2 * a2 * a2) / (27 * a3 * a3 * a3) - a1 * a2 / (a3 * 3 * a3);
-    c.shift = a2 / (3 * a3);
-    c.pCubed = exact ? std::pow(third, 3.0) : third * third * third;
-    c.pCubedError = exact ? 0.0 : 8 * kRounding * std::fabs(c.pCubed);
-    if (c.pCubed < 0) {
-        c.m = 2 * std::sqrt(-third);
-        c.k = -2 * std::sqrt(exact ? std::pow(-third, 3.0) : -c.pCubed);
-    }
-    return c;
-}
 
 } // namespace kv::detail

@@ -12,8 +12,10 @@
 
 #include "clips/clipRanges.h"
 #include "keys/constants.h"
+#include "keys/curveBatch.h"
 #include "keys/curveBinding.h"
 #include "keys/curveEvaluation.h"
+#include "keys/keyListReader.h"
 #include "keys/keyPrefetch.h"
 
 #include <cmath>
@@ -55,9 +57,11 @@ class ListSink final : public FieldSink {
   public:
     explicit ListSink(std::vector<Field>& list) : _list(list) {}
 
-    void add(const kvAnimationCurve& curve, float value) override {
-        _list.emplace_back(CurveBinding::of(curve));
-        _list.back().value = value;
+    void add(const CurveBatch::Entry* evaluated, std::size_t count) override {
+        for (std::size_t i = 0; i != count; ++i) {
+            _list.emplace_back(CurveBinding::of(*evaluated[i].curve));
+            _list.back().value = evaluated[i].value;
+        }
     }
 
   private:
@@ -72,87 +76,146 @@ struct Request {
 
 using Curves = std::vector<kvAnimationCurve*>;
 
-/// The curves of one list and, behind them, those that are evaluated next.
-class Upcoming {
+/// The evaluation of curves at one frame, in the order in which they are added.
+///
+/// The curves of a large scene do not fit into the caches, and where its keys lie only a curve
+/// tells. So they are evaluated in batches, and while one batch is, the keys of the next and the
+/// curves of the one after that are on their way.
+class FrameEvaluation {
   public:
-    Upcoming(const Curves& curves, const Curves* next) : _curves(curves), _next(next) {}
+    FrameEvaluation(FieldSink& sink, float frame) : _sink(sink), _frame(frame) {}
 
-    /// To be called before the curve with this place in the list is evaluated.
-    void prefetchFrom(std::size_t place) const {
-        KeyPrefetch::curve(at(place + KeyPrefetch::kCurveAhead));
-        KeyPrefetch::memory(at(place + KeyPrefetch::kMemoryAhead));
-        KeyPrefetch::segment(at(place + KeyPrefetch::kSegmentAhead));
+    /// The list must stay as it is until finish().
+    void add(const Curves& curves) {
+        for (const kvAnimationCurve* const curve : curves) {
+            if (!curve) continue;
+            KeyPrefetch::curve(curve);
+            Stage& stage = *_gathering;
+            stage.siblings[stage.batch.count] = &curves;
+            stage.batch.entries[stage.batch.count++].curve = curve;
+            if (stage.batch.count == CurveBatch::kCapacity) advance();
+        }
+    }
+
+    /// Hands over what has not been yet.
+    void finish() {
+        for (int stage = 0; stage != kStages; ++stage)
+            advance();
     }
 
   private:
-    const kvAnimationCurve* at(std::size_t place) const {
-        if (place < _curves.size()) return _curves[place];
-        place -= _curves.size();
-        return _next != nullptr && place < _next->size() ? (*_next)[place] : nullptr;
+    struct Stage {
+        CurveBatch batch;
+        const Curves* siblings[CurveBatch::kCapacity];
+    };
+    static constexpr int kStages = 3;
+
+    /// Every batch goes one stage on; the one that was last is empty then and gathers.
+    void advance() {
+        KeyPrefetch::segments(_waiting->batch);
+        evaluate(*_ready);
+        Stage* const empty = _ready;
+        _ready = _waiting;
+        _waiting = _gathering;
+        _gathering = empty;
     }
 
-    const Curves& _curves;
-    const Curves* _next;
+    void evaluate(Stage& stage) {
+        CurveBatch& batch = stage.batch;
+        if (batch.count == 0) return;
+        keepThoseThatCount(stage);
+        evaluateCurves(batch, _frame);
+        keepThoseWithValues(batch);
+        _sink.add(batch.entries, batch.count);
+        batch.count = 0;
+    }
+
+    /// Leaves out the curves that the hold rule leaves out, and tells where the others are.
+    void keepThoseThatCount(Stage& stage) {
+        const double at = static_cast<double>(_frame);
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i != stage.batch.count; ++i) {
+            CurveBatch::Entry entry = stage.batch.entries[i];
+            entry.after = KeyListReader::firstAfterNear(*entry.curve, at,
+                                                        KeyListReader::segmentEnd(*entry.curve));
+            if (entry.after == 0) {
+                if (!countsAmong(*stage.siblings[i], *entry.curve)) continue;
+                entry.after = KeyListReader::firstAfter(*entry.curve, at, 0);
+            }
+            stage.batch.entries[kept++] = entry;
+        }
+        stage.batch.count = kept;
+    }
+
+    static void keepThoseWithValues(CurveBatch& batch) {
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i != batch.count; ++i) {
+            if (batch.entries[i].value == kNoCurveValue) continue;
+            if (kept != i) batch.entries[kept] = batch.entries[i];
+            ++kept;
+        }
+        batch.count = kept;
+    }
+
+    /// Inside its own range a curve counts whatever its siblings are; mostly all of them do, and
+    /// the range of them all need not be known.
+    bool countsAmong(const Curves& siblings, const kvAnimationCurve& curve) {
+        const FrameRange own = rangeOf(curve);
+        if (own.first <= _frame && _frame <= own.last) return true;
+        if (_known != &siblings) _all = rangeOf(siblings);
+        _known = &siblings;
+        return countsAt(_frame, own, _all);
+    }
+
+    FieldSink& _sink;
+    const float _frame;
+    Stage _stages[kStages];
+    Stage* _gathering = &_stages[0];
+    Stage* _waiting = &_stages[1];
+    Stage* _ready = &_stages[2];
+    FrameRange _all; // of the curves of _known
+    const Curves* _known = nullptr;
 };
 
-/// `next` may be null.
-void evaluateCurves(FieldSink& sink, const Curves& curves, float frame, const Curves* next) {
-    const Upcoming upcoming(curves, next);
-    FrameRange all;
-    bool allIsKnown = false;
-    for (std::size_t i = 0; i < curves.size(); ++i) {
-        upcoming.prefetchFrom(i);
-        const kvAnimationCurve* const curve = curves[i];
-        if (!curve) continue;
-        const FrameRange own = rangeOf(*curve);
-        // Inside its own range a curve counts whatever its siblings are; mostly all of them do, and
-        // the range of them all need not be known.
-        if (!(own.first <= frame && frame <= own.last)) {
-            if (!allIsKnown) all = rangeOf(curves);
-            allIsKnown = true;
-            if (!countsAt(frame, own, all)) continue;
-        }
-        const float value = evaluateCurve(curve, frame);
-        if (value != kNoCurveValue) sink.add(*curve, value);
-    }
-}
-
-void evaluateBlock(FieldSink& sink, const kvAnimationBlock* block, const Request& request,
-                   const Curves* next) {
+void evaluateBlock(FrameEvaluation& evaluation, const kvAnimationBlock* block,
+                   const Request& request) {
     if (!block) return;
     if (!request.ignoreActivity && !block->getActive()) return;
     if (request.motionBlurOnly && !block->getMotionBlur()) return;
-    evaluateCurves(sink, block->getBlockCurves(), request.frame, next);
+    evaluation.add(block->getBlockCurves());
 }
 
 /// Sub-clips first, then blocks, each in order of start.
-void evaluateNode(FieldSink& sink, const ClipRanges& ranges, const ClipRanges::Node& node,
-                  const Request& request) {
+void evaluateNode(FrameEvaluation& evaluation, const ClipRanges& ranges,
+                  const ClipRanges::Node& node, const Request& request) {
     if (!request.ignoreActivity && !node.clip->getActive()) return;
     for (std::size_t i = 0; i != node.subclipCount; ++i) {
         const ClipRanges::Node& subclip = ranges.subclip(node, i);
         if (countsAt(request.frame, subclip.range, node.range))
-            evaluateNode(sink, ranges, subclip, request);
+            evaluateNode(evaluation, ranges, subclip, request);
     }
     for (std::size_t i = 0; i != node.blockCount; ++i) {
+        if (i + 4 < node.blockCount)
+            KeyPrefetch::curves(ranges.block(node, i + 4)->getBlockCurves());
         const kvAnimationBlock* const block = ranges.block(node, i);
-        if (!countsAt(request.frame, {block->getStartFrame(), block->getEndFrame()}, node.range))
-            continue;
-        evaluateBlock(sink, block, request,
-                      i + 1 != node.blockCount ? &ranges.block(node, i + 1)->getBlockCurves()
-                                               : nullptr);
+        if (countsAt(request.frame, {block->getStartFrame(), block->getEndFrame()}, node.range))
+            evaluateBlock(evaluation, block, request);
     }
 }
 
 } // namespace
 
 void evaluateFields(FieldSink& sink, const std::vector<kvAnimationCurve*>& curves, float frame) {
-    evaluateCurves(sink, curves, frame, nullptr);
+    FrameEvaluation evaluation(sink, frame);
+    evaluation.add(curves);
+    evaluation.finish();
 }
 
 void evaluateFields(FieldSink& sink, kvAnimationBlock* block, float frame, bool motionBlurOnly,
                     bool ignoreActivity) {
-    evaluateBlock(sink, block, {frame, motionBlurOnly, ignoreActivity}, nullptr);
+    FrameEvaluation evaluation(sink, frame);
+    evaluateBlock(evaluation, block, {frame, motionBlurOnly, ignoreActivity});
+    evaluation.finish();
 }
 
 void evaluateFields(FieldSink& sink, kvAnimationClip* clip, float frame, bool motionBlurOnly,
@@ -162,7 +225,9 @@ void evaluateFields(FieldSink& sink, kvAnimationClip* clip, float frame, bool mo
     // Kept for the next frame: its memory, and what it found out about the order of the blocks.
     thread_local ClipRanges ranges;
     ranges.collect(*clip);
-    evaluateNode(sink, ranges, ranges.root(), {frame, motionBlurOnly, ignoreActivity});
+    FrameEvaluation evaluation(sink, frame);
+    evaluateNode(evaluation, ranges, ranges.root(), {frame, motionBlurOnly, ignoreActivity});
+    evaluation.finish();
 }
 
 void appendUpdatedFields(std::vector<Field>& result, const std::vector<kvAnimationCurve*>& curves,

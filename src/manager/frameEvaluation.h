@@ -4,8 +4,11 @@
 // manager's getUpdatedAnimationFields are these with a fresh vector. Nothing is allocated beyond
 // the growth of the result once the working storage is warm.
 
+#include "keys/curveBatch.h"
+
 #include <kvAnimationUtils2.h>
 
+#include <cstddef>
 #include <vector>
 
 class kvAnimationBlock;
@@ -17,8 +20,8 @@ namespace kv::detail {
 /// Takes the records of an evaluation, in order.
 class FieldSink {
   public:
-    /// A record: the curve's binding with this value. The curve has a value, even if it is NaN.
-    virtual void add(const kvAnimationCurve& curve, float value) = 0;
+    /// A record for each: the curve's binding with its value. All have one, even if it is NaN.
+    virtual void add(const CurveBatch::Entry* evaluated, std::size_t count) = 0;
 
   protected:
     ~FieldSink() = default;

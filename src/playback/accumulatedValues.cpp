@@ -62,8 +62,11 @@ void AccumulatedValues::beginEvaluation() {
     _currentBegin = _count;
 }
 
-void AccumulatedValues::add(const kvAnimationCurve& curve, float value) {
-    append(CurveBinding::stampOf(curve), CurveBinding::of(curve), value);
+void AccumulatedValues::add(const CurveBatch::Entry* evaluated, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        const kvAnimationCurve& curve = *evaluated[i].curve;
+        append(CurveBinding::stampOf(curve), CurveBinding::of(curve), evaluated[i].value);
+    }
 }
 
 void AccumulatedValues::add(const std::vector<Field>& evaluation) {

@@ -36,7 +36,7 @@ class AccumulatedValues final : public FieldSink {
 
     /// What is added from here on are the current records, until the next call.
     void beginEvaluation();
-    void add(const kvAnimationCurve& curve, float value) override;
+    void add(const CurveBatch::Entry* evaluated, std::size_t count) override;
 
     /// An evaluation of its own, of records that were made elsewhere.
     void add(const std::vector<Field>& evaluation);

@@ -36,8 +36,11 @@ void TickRecords::resize(std::size_t count) {
     _count = count;
 }
 
-void TickRecords::add(const kvAnimationCurve& curve, float value) {
-    put(CurveBinding::stampOf(curve), CurveBinding::of(curve), value);
+void TickRecords::add(const CurveBatch::Entry* evaluated, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        const kvAnimationCurve& curve = *evaluated[i].curve;
+        put(CurveBinding::stampOf(curve), CurveBinding::of(curve), evaluated[i].value);
+    }
 }
 
 void TickRecords::write() {

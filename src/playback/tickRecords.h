@@ -20,7 +20,7 @@ class TickRecords final : public FieldSink {
     void clear() { _count = 0; }
     /// Makes it `count` records; those that are new bind to nothing.
     void resize(std::size_t count);
-    void add(const kvAnimationCurve& curve, float value) override;
+    void add(const CurveBatch::Entry* evaluated, std::size_t count) override;
 
     /// Writes them into the scene, in order. Not to be changed from within a write.
     void write();

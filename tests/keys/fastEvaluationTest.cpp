@@ -2,11 +2,11 @@
 // than a hundred million evaluations in a release build. How often the quick way was not certain
 // and the literal code was asked is recorded for each family.
 #include "keys/curveEvaluation.h"
-#include "keys/fastSegment.h"
 #include "keys/literalEvaluation.h"
 
 #include "keys/keyListFixture.h"
 
+#include "support/kernels.h"
 #include "support/segmentFamilies.h"
 
 #include <gtest/gtest.h>
@@ -20,11 +20,11 @@
 #include <vector>
 
 using namespace kv::test;
-using kv::detail::FastValue;
-using kv::detail::fastValue;
 using kv::detail::Segment;
-using kv::detail::segmentConstants;
 using kv::detail::SegmentConstants;
+using kv::detail::parts::FastValue;
+using kv::detail::parts::fastValue;
+using kv::detail::parts::segmentConstants;
 
 namespace {
 
@@ -65,6 +65,11 @@ std::string described(const Segment& s, float frame) {
     std::snprintf(text, sizeof text, "(%a, %a) (%a, %a) (%a, %a) (%a, %a) at %a", s.x0, s.y0, s.x1,
                   s.y1, s.x2, s.y2, s.x3, s.y3, static_cast<double>(frame));
     return text;
+}
+
+kv::detail::parts::BoundedValue<double>
+boundedValueOf(const Segment& s, const kv::detail::parts::BoundedRoot<double>& root) {
+    return kv::detail::parts::boundedValue(s.y0, s.y1, s.y2, s.y3, root);
 }
 
 class FastEvaluation : public ::testing::TestWithParam<std::size_t> {};
@@ -124,8 +129,9 @@ TEST_P(FastEvaluation, staysWithinItsBounds) {
         for (const bool exact : {false, true}) {
             const SegmentConstants c =
                 exact ? segmentConstants<true>(s) : segmentConstants<false>(s);
-            const kv::detail::BoundedRoot root = kv::detail::boundedRoot(s, c, frame);
-            const kv::detail::BoundedValue value = kv::detail::boundedValue(s, root);
+            const kv::detail::parts::BoundedRoot<double> root =
+                kv::detail::parts::boundedRoot(s, c, frame);
+            const kv::detail::parts::BoundedValue<double> value = boundedValueOf(s, root);
             if (std::isnan(value.error) || c.a3 == 0) continue;
             ASSERT_TRUE(literal.found);
             double& used = exact ? ofRootError : ofQuickRootError;
@@ -133,7 +139,8 @@ TEST_P(FastEvaluation, staysWithinItsBounds) {
             ASSERT_LE(std::fabs(root.t - literal.t), root.error)
                 << described(s, static_cast<float>(frame)) << (exact ? " exact" : " quick");
             // The second part of the bound alone: as if the root were the literal one.
-            const kv::detail::BoundedValue there = kv::detail::boundedValue(s, {literal.t, 0.0});
+            const kv::detail::parts::BoundedValue<double> there =
+                boundedValueOf(s, {literal.t, 0.0});
             if (!(there.error < 1e280 && there.error > 1e-300)) continue;
             const double expected = kv::detail::valueLiterally(s.y0, s.y1, s.y2, s.y3, literal.t);
             ofValueError = std::max(ofValueError, std::fabs(there.y - expected) / there.error);
@@ -169,15 +176,15 @@ TEST(FastRoot, theCubeRootIsThePowerWithTheShortExponent) {
     for (int i = 0; i < 200000; ++i) {
         const double z = std::ldexp(random.between(1.0, 2.0), static_cast<int>(i % 1412) - 900);
         const double power = std::pow(z, 0.3333333333333333);
-        worst = std::max(worst, std::fabs(kv::detail::cubeRoot(z).root - power) / power);
-        ASSERT_EQ(kv::detail::cubeRoot(-z).root, -kv::detail::cubeRoot(z).root);
+        worst = std::max(worst, std::fabs(kv::detail::parts::cubeRoot(z).root - power) / power);
+        ASSERT_EQ(kv::detail::parts::cubeRoot(-z).root, -kv::detail::parts::cubeRoot(z).root);
         const double inverse = 1.0 / (power * power);
-        ASSERT_NEAR(kv::detail::cubeRoot(z).inverseSquare / inverse, 1.0, 1e-4);
+        ASSERT_NEAR(kv::detail::parts::cubeRoot(z).inverseSquare / inverse, 1.0, 1e-4);
     }
     RecordProperty("largest difference, roundings", std::to_string(worst / kv::detail::kRounding));
     EXPECT_LE(worst, 7 * kv::detail::kRounding);
     for (const double z : {0.0, -0.0, 5e-324, -1e-310})
-        EXPECT_LE(std::fabs(kv::detail::cubeRoot(z).root), 1e-102) << z;
+        EXPECT_LE(std::fabs(kv::detail::parts::cubeRoot(z).root), 1e-102) << z;
 }
 
 TEST(FastRoot, thePolynomialIsTheCosineOfTwoThirdsOfTheAngle) {
@@ -187,7 +194,7 @@ TEST(FastRoot, thePolynomialIsTheCosineOfTwoThirdsOfTheAngle) {
         const double square = i / 100000.0;
         const long double exact =
             std::cos(2.0L / 3.0L * std::acos(std::sqrt(static_cast<long double>(square))));
-        const double cosine = kv::detail::cosOfTwoThirds(std::sqrt(square));
+        const double cosine = kv::detail::parts::cosOfTwoThirds(std::sqrt(square));
         worst = std::max(worst,
                          std::fabs(static_cast<double>(static_cast<long double>(cosine) - exact)));
     }

@@ -20,6 +20,6 @@ struct kvTestAccess<kvControlPointManager> {
     static bool isKnownLinked(const List& list) { return list.isKnownLinked(); }
     static bool hasForeignLinks(const List& list) { return list.foreignLinks; }
     static bool hasIdIndex(const List& list) { return list.idIndex != nullptr; }
-    static const void* segmentMemory(const List& list) { return list.segmentMemory.load(); }
+    static bool remembersSegment(const List& list) { return list.segmentWords.words[0] != 0; }
     static int toInt(double v) { return List::d2i(v); }
 };

@@ -1,0 +1,60 @@
+#pragma once
+
+/// @file
+/// The evaluation of curves, compiled once for each instruction set that it gains by. The files
+/// under kernel/ are included inside a namespace of their own for each, with KV_KERNEL_LANES set to
+/// the number of doubles that are computed with side by side:
+///
+///     namespace kv::detail::baseline {
+///     #define KV_KERNEL_LANES 2
+///     #include "keys/kernel/all.inl"
+///     }
+///
+/// Every lane goes through the same operations as a single number, so that all of them give the
+/// same bits. This header has all that those files need.
+
+#include "keys/constants.h"
+#include "keys/curveBatch.h"
+#include "keys/keyListReader.h"
+#include "keys/literalEvaluation.h"
+#include "keys/rootTables.h"
+#include "keys/segmentConstants.h"
+#include "keys/segmentMemory.h"
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <vector>
+
+#if defined(__SSE2__)
+#include <immintrin.h>
+#endif
+
+// Vectors of numbers with operators are an extension of these compilers. What the inlined functions
+// take and return is no interface, so that nobody need know how it would be passed.
+#if defined(__GNUC__)
+#define KV_KERNEL_INLINE inline __attribute__((always_inline))
+#pragma GCC diagnostic ignored "-Wpsabi"
+#else
+#define KV_KERNEL_INLINE inline
+#endif
+
+namespace kv::detail {
+
+/// How wide the band around 0 is in which the discriminant counts as 0, how far a root may lie
+/// below 0, and below which a value counts as 0.
+constexpr double kTolerance = 1e-6;
+
+/// One compiled form.
+struct EvaluationKernel {
+    const char* name;
+    float (*evaluateOne)(const kvControlPointManager* curve, float frame);
+    void (*evaluateMany)(CurveBatch& batch, float frame);
+};
+
+/// Those that this processor can run, the best one last.
+const std::vector<EvaluationKernel>& evaluationKernels();
+
+} // namespace kv::detail

@@ -1,0 +1,91 @@
+// Numbers as the evaluation computes with them: one double, two side by side (Pair), or as many as
+// the instruction set has room for (Number, KV_KERNEL_LANES of them). The operators are the same
+// for all of them and work on each lane by itself; a comparison makes a mask that `?:`, & and |
+// take.
+//
+// See evaluationKernel.h for where this is included.
+
+#if KV_KERNEL_LANES == 1
+using Number = double;
+#else
+typedef double Pair __attribute__((vector_size(16)));
+typedef std::uint64_t PairOfWords __attribute__((vector_size(16)));
+typedef double Number __attribute__((vector_size(8 * KV_KERNEL_LANES)));
+typedef std::uint64_t NumberOfWords __attribute__((vector_size(8 * KV_KERNEL_LANES)));
+#endif
+
+template <class Value>
+struct BitsOf;
+template <>
+struct BitsOf<double> {
+    using Type = std::uint64_t;
+};
+#if KV_KERNEL_LANES > 1
+template <>
+struct BitsOf<Pair> {
+    using Type = PairOfWords;
+};
+#endif
+#if KV_KERNEL_LANES > 2
+template <>
+struct BitsOf<Number> {
+    using Type = NumberOfWords;
+};
+#endif
+
+template <class Value>
+KV_KERNEL_INLINE typename BitsOf<Value>::Type bitsOf(const Value& value) {
+    typename BitsOf<Value>::Type bits;
+    std::memcpy(&bits, &value, sizeof bits);
+    return bits;
+}
+
+template <class Value>
+KV_KERNEL_INLINE Value fromBits(const typename BitsOf<Value>::Type& bits) {
+    Value value;
+    std::memcpy(&value, &bits, sizeof value);
+    return value;
+}
+
+template <class Value>
+KV_KERNEL_INLINE Value absolute(const Value& value) {
+    return fromBits<Value>(bitsOf(value) & 0x7FFFFFFFFFFFFFFFU);
+}
+
+KV_KERNEL_INLINE double absolute(double value) {
+    return std::fabs(value);
+}
+
+KV_KERNEL_INLINE double squareRoot(double value) {
+    return std::sqrt(value);
+}
+
+#if KV_KERNEL_LANES > 1
+KV_KERNEL_INLINE Pair squareRoot(const Pair& value) {
+#if defined(__SSE2__)
+    return static_cast<Pair>(_mm_sqrt_pd(static_cast<__m128d>(value)));
+#else
+    return Pair{std::sqrt(value[0]), std::sqrt(value[1])};
+#endif
+}
+#endif
+
+#if KV_KERNEL_LANES == 4
+KV_KERNEL_INLINE Number squareRoot(const Number& value) {
+    return static_cast<Number>(_mm256_sqrt_pd(static_cast<__m256d>(value)));
+}
+#endif
+
+KV_KERNEL_INLINE bool isAnyTrue(bool mask) {
+    return mask;
+}
+
+#if KV_KERNEL_LANES > 1
+KV_KERNEL_INLINE bool isAnyTrue(const decltype(Number{} < Number{}) & mask) {
+#if KV_KERNEL_LANES == 4
+    return (mask[0] | mask[1] | mask[2] | mask[3]) != 0;
+#else
+    return (mask[0] | mask[1]) != 0;
+#endif
+}
+#endif

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstddef>
+
+namespace kv::detail {
+
+/// Asks for memory that will be read soon; any address will do. Nothing but the time depends on it.
+inline void prefetchLines([[maybe_unused]] const void* start, [[maybe_unused]] std::size_t lines) {
+#if defined(__GNUC__)
+    constexpr std::size_t kLine = 64;
+    for (std::size_t i = 0; i < lines; ++i)
+        __builtin_prefetch(static_cast<const char*>(start) + i * kLine);
+#endif
+}
+
+} // namespace kv::detail

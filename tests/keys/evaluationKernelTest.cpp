@@ -1,0 +1,149 @@
+// Every compiled form of the evaluation, one curve and several at a time, gives the literal bits on
+// every processor that can run it.
+#include "keys/literalEvaluation.h"
+
+#include "support/access/kvControlPointManager.h"
+#include "support/kernels.h"
+#include "support/segmentFamilies.h"
+
+#include <kvAnimationCurve.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <vector>
+
+using namespace kv::test;
+using kv::detail::CurveBatch;
+using kv::detail::EvaluationKernel;
+using kv::detail::Segment;
+
+namespace {
+
+using State = kvTestAccess<kvControlPointManager>;
+
+constexpr std::uint64_t kEvaluations = KV_EVALUATIONS_PER_FAMILY / 4;
+
+std::uint32_t bits(float v) {
+    std::uint32_t result = 0;
+    std::memcpy(&result, &v, sizeof result);
+    return result;
+}
+
+std::vector<EvaluationKernel> allKernels() {
+    std::vector<EvaluationKernel> kernels = kv::detail::evaluationKernels();
+    kernels.push_back({"plain", &kv::detail::plain::evaluateOne, &kv::detail::plain::evaluateMany});
+    return kernels;
+}
+
+// As many curves of two keys as a batch has room for.
+class Curves {
+  public:
+    Curves() : _curves(CurveBatch::kCapacity) {
+        for (kvAnimationCurve& curve : _curves) {
+            curve.insertCP(0.0, 0.0);
+            curve.insertCP(1.0, 0.0);
+        }
+    }
+
+    kvAnimationCurve& operator[](std::size_t i) { return _curves[i]; }
+
+    void set(std::size_t i, const Segment& s) {
+        std::vector<kvControlPoint>& keys = State::keys(_curves[i]);
+        keys[0].setPoint({s.x0, s.y0});
+        keys[0].setOutTangent({s.x1, s.y1});
+        keys[1].setInTangent({s.x2, s.y2});
+        keys[1].setPoint({s.x3, s.y3});
+    }
+
+  private:
+    std::vector<kvAnimationCurve> _curves;
+};
+
+// The same segment at the place where it has this frame within itself.
+Segment around(double frame, Segment s, QuickRandom& random) {
+    const double shift = frame - random.between(s.x0, s.x3);
+    for (double* x : {&s.x0, &s.x1, &s.x2, &s.x3})
+        *x += shift;
+    return s;
+}
+
+class EveryKernel : public ::testing::TestWithParam<std::size_t> {};
+
+} // namespace
+
+TEST_P(EveryKernel, hasTheLiteralBitsForOneCurve) {
+    const EvaluationKernel kernel = allKernels()[GetParam()];
+    QuickRandom random(11);
+    Curves curves;
+    for (const SegmentFamily& family : segmentFamilies()) {
+        for (std::uint64_t done = 0; done < kEvaluations; done += 8) {
+            const Segment segment = family.make(random);
+            curves.set(0, segment);
+            for (int i = 0; i < 8; ++i) {
+                const float frame = frameOn(random, segment);
+                ASSERT_EQ(bits(kernel.evaluateOne(&curves[0], frame)),
+                          bits(kv::detail::evaluateCurveLiterally(&curves[0], frame)))
+                    << kernel.name << ' ' << family.name;
+            }
+        }
+    }
+}
+
+TEST_P(EveryKernel, hasTheLiteralBitsForEachCurveOfABatch) {
+    const EvaluationKernel kernel = allKernels()[GetParam()];
+    QuickRandom random(12);
+    Curves curves;
+    const std::vector<SegmentFamily> families(segmentFamilies().begin(), segmentFamilies().end());
+    for (std::uint64_t done = 0; done < kEvaluations * families.size();) {
+        const float frame = static_cast<float>(random.between(-500.0, 500.0));
+        CurveBatch batch;
+        batch.count = random.next() % (CurveBatch::kCapacity + 1);
+        // Mostly neighbours of one family, as scenes have them, sometimes a mixture.
+        const std::size_t first = random.next() % families.size();
+        const bool isMixed = random.next() % 4 == 0;
+        for (std::size_t i = 0; i < batch.count; ++i) {
+            const std::size_t family = isMixed ? random.next() % families.size() : first;
+            curves.set(i,
+                       around(static_cast<double>(frame), families[family].make(random), random));
+            batch.entries[i].curve = &curves[i];
+            batch.entries[i].after =
+                kv::detail::KeyListReader::firstAfter(curves[i], static_cast<double>(frame), 0);
+        }
+        kernel.evaluateMany(batch, frame);
+        for (std::size_t i = 0; i < batch.count; ++i)
+            ASSERT_EQ(bits(batch.entries[i].value),
+                      bits(kv::detail::evaluateCurveLiterally(&curves[i], frame)))
+                << kernel.name << " lane " << i << " of " << batch.count << " at " << frame;
+        done += batch.count + 1;
+    }
+}
+
+TEST_P(EveryKernel, evaluatesCurvesWithoutASegmentInABatch) {
+    const EvaluationKernel kernel = allKernels()[GetParam()];
+    kvAnimationCurve empty;
+    kvAnimationCurve single;
+    single.insertCP(3.0, 4.0);
+    kvAnimationCurve two;
+    two.insertCP(10.0, 1.0);
+    two.insertCP(20.0, 2.0);
+    CurveBatch batch;
+    for (const kvAnimationCurve* curve : {&empty, &single, &two, &two})
+        batch.entries[batch.count++] = {curve, 0, 0.0F};
+    batch.entries[3].after = 2;
+    kernel.evaluateMany(batch, 5.0F);
+    EXPECT_EQ(batch.entries[0].value, kv::detail::kNoCurveValue);
+    EXPECT_EQ(batch.entries[1].value, kv::detail::kNoCurveValue);
+    EXPECT_EQ(batch.entries[2].value, 1.0F) << "before the first key";
+    EXPECT_EQ(batch.entries[3].value, 1.0F);
+    kernel.evaluateMany(batch, 25.0F);
+    EXPECT_EQ(batch.entries[2].value, 2.0F) << "behind the last one";
+}
+
+INSTANTIATE_TEST_SUITE_P(Kernels, EveryKernel,
+                         ::testing::Range<std::size_t>(0, allKernels().size()),
+                         [](const ::testing::TestParamInfo<std::size_t>& info) {
+                             return std::string(allKernels()[info.param].name);
+                         });
