@@ -238,7 +238,6 @@ class KV_ANIMATIONS_API kvControlPointManager {
         std::uint64_t edit = 0;
         const kvControlPoint* first = nullptr;
         std::uint32_t count = 0;  // longer lists count as unsorted
-        int greatestId = INT_MIN; // no key of the list has a greater one
         bool linked = false;
         bool endsInNumber = false; // the last frame is none of the NaNs, which stand at the end
     };
@@ -289,6 +288,8 @@ class KV_ANIMATIONS_API kvControlPointManager {
     mutable std::atomic<std::uint32_t> segmentEnd{0};
     std::uint64_t bindingStamp = 0; // of what a curve drives, see kv::detail::CurveBinding
     mutable kv::detail::SegmentWords segmentWords;
+
+    int greatestId = INT_MIN; // in a list known as sorted, no key has a greater one
 
     HitType hitType = HitPoint;
     kvControlPoint* currentCP = nullptr;

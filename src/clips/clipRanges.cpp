@@ -71,9 +71,9 @@ void ClipRanges::prefetchBehind(const kvAnimationClip& clip, std::size_t visited
     const auto track = [&clip, visited](std::size_t ahead) {
         return visited + ahead < clip._tracks.size() ? clip._tracks[visited + ahead] : nullptr;
     };
-    if (const kvAnimationTrack* const far = track(12)) prefetchLines(far, 2);
-    if (const kvAnimationTrack* const near = track(8)) prefetchLines(near->_blocks.data(), 1);
-    const kvAnimationTrack* const next = track(4);
+    if (const kvAnimationTrack* const far = track(36)) prefetchLines(far, 2);
+    if (const kvAnimationTrack* const near = track(24)) prefetchLines(near->_blocks.data(), 1);
+    const kvAnimationTrack* const next = track(12);
     if (next != nullptr && !next->_blocks.empty()) prefetchLines(next->_blocks.front(), 3);
 }
 

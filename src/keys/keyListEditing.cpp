@@ -47,7 +47,7 @@ void kvControlPointManager::reserveOneMore() {
 void kvControlPointManager::insertKey(double replacedFrame, const kvControlPoint& key) {
     bringInOrder();
     // The id of a key that is alone changes unnoticed.
-    if (cps.size() == 1) order.greatestId = cps.front().id;
+    if (cps.size() == 1) greatestId = cps.front().id;
 
     const std::size_t replaced = firstAtFrame(replacedFrame);
     std::size_t target = cps.size();
@@ -75,8 +75,8 @@ void kvControlPointManager::insertKey(double replacedFrame, const kvControlPoint
     if (!appended) dropIdIndex();
 
     // From here on the new key is the first one with its id, which a key before it may bear, too.
-    const bool newId = key.id > order.greatestId;
-    order.greatestId = (std::max)(order.greatestId, key.id);
+    const bool newId = key.id > greatestId;
+    greatestId = (std::max)(greatestId, key.id);
     const std::size_t found = newId ? target : firstWithId(key.id);
     currentCP = &cps[found];
     computeTangentsExtended(*currentCP);

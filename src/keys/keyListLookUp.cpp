@@ -119,7 +119,7 @@ std::size_t kvControlPointManager::firstWithId(int id) {
     constexpr std::size_t kShort = 32;
     constexpr unsigned kWalksBeforeIndex = 4;
     if (cps.size() > kShort && cps.size() <= kv::detail::KeyIdIndex::kMaxKeys && isKnownSorted()) {
-        if (id > order.greatestId) return kNone;
+        if (id > greatestId) return kNone;
         if (!idIndex && ++idScans > kWalksBeforeIndex)
             idIndex = std::make_unique<kv::detail::KeyIdIndex>();
         if (idIndex) {

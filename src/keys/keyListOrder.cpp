@@ -33,10 +33,10 @@ void kvControlPointManager::noteSorted() {
     order.edit = kv::detail::currentKeyEdit();
     order.first = cps.data();
     order.count = static_cast<std::uint32_t>(cps.size());
-    order.greatestId = INT_MIN;
+    greatestId = INT_MIN;
     countWalk(cps.size());
     for (const kvControlPoint& cp : cps)
-        order.greatestId = (std::max)(order.greatestId, cp.id);
+        greatestId = (std::max)(greatestId, cp.id);
     order.linked = false;
     noteLastFrame();
     idScans = 0;

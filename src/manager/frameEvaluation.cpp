@@ -17,6 +17,7 @@
 #include "keys/curveEvaluation.h"
 #include "keys/keyListReader.h"
 #include "keys/keyPrefetch.h"
+#include "keys/prefetch.h"
 
 #include <cmath>
 
@@ -185,6 +186,16 @@ void evaluateBlock(FrameEvaluation& evaluation, const kvAnimationBlock* block,
     evaluation.add(block->getBlockCurves());
 }
 
+/// What the blocks behind this one need: first themselves, then their lists of curves.
+void prefetchBehind(const ClipRanges& ranges, const ClipRanges::Node& node, std::size_t block) {
+    constexpr std::size_t kBlocksAhead = 12;
+    constexpr std::size_t kListsAhead = 6;
+    if (block + kBlocksAhead < node.blockCount)
+        prefetchLines(ranges.block(node, block + kBlocksAhead), 3);
+    if (block + kListsAhead < node.blockCount)
+        KeyPrefetch::curves(ranges.block(node, block + kListsAhead)->getBlockCurves());
+}
+
 /// Sub-clips first, then blocks, each in order of start.
 void evaluateNode(FrameEvaluation& evaluation, const ClipRanges& ranges,
                   const ClipRanges::Node& node, const Request& request) {
@@ -195,8 +206,7 @@ void evaluateNode(FrameEvaluation& evaluation, const ClipRanges& ranges,
             evaluateNode(evaluation, ranges, subclip, request);
     }
     for (std::size_t i = 0; i != node.blockCount; ++i) {
-        if (i + 4 < node.blockCount)
-            KeyPrefetch::curves(ranges.block(node, i + 4)->getBlockCurves());
+        prefetchBehind(ranges, node, i);
         const kvAnimationBlock* const block = ranges.block(node, i);
         if (countsAt(request.frame, {block->getStartFrame(), block->getEndFrame()}, node.range))
             evaluateBlock(evaluation, block, request);
