@@ -74,7 +74,7 @@ void ClipRanges::prefetchBehind(const kvAnimationClip& clip, std::size_t visited
     if (const kvAnimationTrack* const far = track(36)) prefetchLines(far, 2);
     if (const kvAnimationTrack* const near = track(24)) prefetchLines(near->_blocks.data(), 1);
     const kvAnimationTrack* const next = track(12);
-    if (next != nullptr && !next->_blocks.empty()) prefetchLines(next->_blocks.front(), 3);
+    if (next != nullptr && !next->_blocks.empty()) prefetchLines(next->_blocks.front(), 1);
 }
 
 FrameRange ClipRanges::visitTrack(kvAnimationTrack& track) {

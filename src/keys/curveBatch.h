@@ -21,7 +21,17 @@ struct CurveBatch {
     Entry entries[kCapacity];
 };
 
-/// Gives each entry the value that evaluateCurve() has for its curve.
-void evaluateCurves(CurveBatch& batch, float frame);
+/// The segments solved last at one frame, by the frames of their keys and handles, and their roots.
+/// The curves of a node, often of a whole scene, have their keys at the same frames.
+struct LastRoots {
+    static constexpr std::size_t kLanes = 4;
+
+    bool areKnown = false;
+    alignas(64) double frames[4][kLanes];
+    alignas(64) double roots[2][kLanes]; ///< t, and the bound of its error
+};
+
+/// Gives each entry the value that evaluateCurve() has for its curve. \p last belongs to the frame.
+void evaluateCurves(CurveBatch& batch, float frame, LastRoots& last);
 
 } // namespace kv::detail

@@ -72,8 +72,8 @@ float evaluateCurve(const kvControlPointManager* curve, float frame) {
     return bestKernel.evaluateOne(curve, frame);
 }
 
-void evaluateCurves(CurveBatch& batch, float frame) {
-    bestKernel.evaluateMany(batch, frame);
+void evaluateCurves(CurveBatch& batch, float frame, LastRoots& last) {
+    bestKernel.evaluateMany(batch, frame, last);
 }
 
 } // namespace kv::detail

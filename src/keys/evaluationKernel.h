@@ -51,7 +51,7 @@ constexpr double kTolerance = 1e-6;
 struct EvaluationKernel {
     const char* name;
     float (*evaluateOne)(const kvControlPointManager* curve, float frame);
-    void (*evaluateMany)(CurveBatch& batch, float frame);
+    void (*evaluateMany)(CurveBatch& batch, float frame, LastRoots& last);
 };
 
 /// Those that this processor can run, the best one last.

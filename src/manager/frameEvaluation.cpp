@@ -125,7 +125,7 @@ class FrameEvaluation {
         CurveBatch& batch = stage.batch;
         if (batch.count == 0) return;
         keepThoseThatCount(stage);
-        evaluateCurves(batch, _frame);
+        evaluateCurves(batch, _frame, _lastRoots);
         keepThoseWithValues(batch);
         _sink.add(batch.entries, batch.count);
         batch.count = 0;
@@ -174,6 +174,7 @@ class FrameEvaluation {
     Stage* _gathering = &_stages[0];
     Stage* _waiting = &_stages[1];
     Stage* _ready = &_stages[2];
+    LastRoots _lastRoots;
     FrameRange _all; // of the curves of _known
     const Curves* _known = nullptr;
 };

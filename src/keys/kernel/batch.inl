@@ -19,13 +19,14 @@ class Lanes {
     }
 
     /// Finds the values of all lanes.
-    KV_KERNEL_INLINE void solve(double frame) {
+    KV_KERNEL_INLINE void solve(double frame, LastRoots& last) {
         // Those behind the last one in use get its numbers.
         for (std::size_t i = _count; i % KV_KERNEL_LANES != 0; ++i)
             for (auto& row : _rows)
                 row[i] = row[_count - 1];
         for (std::size_t i = 0; i < _count; i += KV_KERNEL_LANES) {
-            const BoundedRoot<Number> root = rootAt(i, frame);
+            if (!(last.areKnown && areAt(last, i))) findRoots(i, frame, last);
+            const BoundedRoot<Number> root = {loaded(last.roots[0]), loaded(last.roots[1])};
             const Between<Number> ends =
                 between(boundedValue(at(4, i), at(5, i), at(6, i), at(7, i), root));
             std::memcpy(&_low[i], &ends.low, sizeof ends.low);
@@ -36,11 +37,32 @@ class Lanes {
   private:
     static constexpr std::size_t kRows = 8; // the frames of a segment, then its values
     static_assert(CurveBatch::kCapacity % KV_KERNEL_LANES == 0, "the last lanes have room");
+    static_assert(KV_KERNEL_LANES <= LastRoots::kLanes, "all lanes have room");
 
-    KV_KERNEL_INLINE Number at(std::size_t row, std::size_t lane) const {
+    static KV_KERNEL_INLINE Number loaded(const double* lanes) {
         Number number;
-        std::memcpy(&number, &_rows[row][lane], sizeof number);
+        std::memcpy(&number, lanes, sizeof number);
         return number;
+    }
+    KV_KERNEL_INLINE Number at(std::size_t row, std::size_t lane) const {
+        return loaded(&_rows[row][lane]);
+    }
+
+    /// Whether these lanes have the very frames, bit for bit.
+    KV_KERNEL_INLINE bool areAt(const LastRoots& last, std::size_t lane) const {
+        const auto different = [&](std::size_t row) {
+            return bitsOf(at(row, lane)) ^ bitsOf(loaded(last.frames[row]));
+        };
+        return areAllZero(different(0) | different(1) | different(2) | different(3));
+    }
+
+    KV_KERNEL_INLINE void findRoots(std::size_t lane, double frame, LastRoots& last) const {
+        const BoundedRoot<Number> root = rootAt(lane, frame);
+        for (std::size_t row = 0; row < 4; ++row)
+            std::memcpy(last.frames[row], &_rows[row][lane], sizeof(Number));
+        std::memcpy(last.roots[0], &root.t, sizeof root.t);
+        std::memcpy(last.roots[1], &root.error, sizeof root.error);
+        last.areKnown = true;
     }
 
     /// As boundedRoot() for each lane. Neighbouring curves mostly have the same number of roots.
@@ -75,7 +97,7 @@ class Lanes {
 };
 
 /// See curveBatch.h.
-inline void evaluateMany(CurveBatch& batch, float frame) {
+inline void evaluateMany(CurveBatch& batch, float frame, LastRoots& last) {
     Lanes lanes;
     for (std::size_t i = 0; i < batch.count; ++i) {
         CurveBatch::Entry& entry = batch.entries[i];
@@ -91,7 +113,7 @@ inline void evaluateMany(CurveBatch& batch, float frame) {
         else
             lanes.add(i, segment);
     }
-    lanes.solve(static_cast<double>(frame));
+    lanes.solve(static_cast<double>(frame), last);
     // What is not certain is left to evaluateOne(), which has closer bounds and the literal code.
     for (std::size_t i = 0; i < lanes.count(); ++i) {
         CurveBatch::Entry& entry = batch.entries[lanes.place(i)];

@@ -89,3 +89,13 @@ KV_KERNEL_INLINE bool isAnyTrue(const decltype(Number{} < Number{}) & mask) {
 #endif
 }
 #endif
+
+KV_KERNEL_INLINE bool areAllZero(const BitsOf<Number>::Type& bits) {
+#if KV_KERNEL_LANES == 4
+    return (bits[0] | bits[1] | bits[2] | bits[3]) == 0;
+#elif KV_KERNEL_LANES == 2
+    return (bits[0] | bits[1]) == 0;
+#else
+    return bits == 0;
+#endif
+}
