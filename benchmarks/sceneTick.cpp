@@ -5,6 +5,8 @@
 //   for
 //                                      the ten numbers of one transform: evaluated, written, and
 //                                      every matrix read; nanoseconds a curve
+//   kv_bench_scene_tick staggered N    the same with the keys of each curve at other frames than
+//                                      those of the curves beside it
 //   kv_bench_scene_tick allocations N  the allocations of 100 such ticks, all whole frames
 //   kv_bench_scene_tick global N       global playback of ten curves: the tick with number N;
 //                                      nanoseconds
@@ -37,7 +39,12 @@ struct Scene {
     std::vector<osg::TransformPtr> transforms;
     std::vector<kvAnimationBlock*> blocks;
 
-    explicit Scene(std::size_t count) {
+    explicit Scene(std::size_t count, bool staggered = false) {
+        std::size_t curves = 0;
+        // Less than the time between two keys.
+        const auto start = [&] {
+            return staggered ? 0.07F * static_cast<float>(curves++ % 101) : 0.0F;
+        };
         osg::addRefCP(root);
         for (std::size_t i = 0; i < count; ++i) {
             const osg::NodePtr node = kv::bench::makeTransform();
@@ -45,8 +52,8 @@ struct Scene {
             transforms.push_back(osg::TransformPtr::dcast(node->getCore()));
             auto* const block = new kvAnimationBlock(node);
             for (const char* const attribute : kv::bench::kAttributes)
-                block->addCurve(kv::bench::makeCurve(node, attribute, kKeys));
-            block->addCurve(kv::bench::makeCurve(node, "centerX", kKeys));
+                block->addCurve(kv::bench::makeCurve(node, attribute, kKeys, start()));
+            block->addCurve(kv::bench::makeCurve(node, "centerX", kKeys, start()));
             blocks.push_back(block);
         }
     }
@@ -79,8 +86,8 @@ void playClipOf(const Scene& scene) {
     kvAnimationController2::play(clip, false, false);
 }
 
-double curves(std::size_t count) {
-    const Scene scene(count / 10);
+double curves(std::size_t count, bool staggered) {
+    const Scene scene(count / 10, staggered);
     playClipOf(scene);
     float sum = 0.0F;
     const double seconds = kv::bench::medianTick([&] {
@@ -125,7 +132,9 @@ int main(int argc, char** argv) {
     const auto count = static_cast<std::size_t>(std::strtoull(argv[2], nullptr, 10));
     double result = 0.0;
     if (what == "curves")
-        result = curves(count);
+        result = curves(count, false);
+    else if (what == "staggered")
+        result = curves(count, true);
     else if (what == "allocations")
         result = allocations(count);
     else if (what == "global")

@@ -20,10 +20,10 @@ inline float keyValue(std::size_t i) {
 }
 
 /// n keys, ten frames apart, of type User. The handles lie at 0.3 and 0.6 of each segment, so that
-/// the cubic in time has nothing special about it.
-inline void fillCurve(kvAnimationCurve& curve, std::size_t n) {
+/// the cubic in time has nothing special about it. The first key stands at `start`.
+inline void fillCurve(kvAnimationCurve& curve, std::size_t n, float start = 0.0F) {
     for (std::size_t i = 0; i < n; ++i) {
-        const float x = static_cast<float>(kFramesPerKey * static_cast<double>(i));
+        const float x = start + static_cast<float>(kFramesPerKey * static_cast<double>(i));
         const float y = keyValue(i);
         curve.importControlPoint(x, y, x - 4.0F, y, x + 3.0F, y, 6);
     }

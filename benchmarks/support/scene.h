@@ -37,11 +37,11 @@ inline osg::NodePtr makeTransform() {
 
 /// A curve bound to the number of the node's transform that the attribute names.
 inline kvAnimationCurve* makeCurve(const osg::NodePtr& node, const char* attribute,
-                                   std::size_t keys) {
+                                   std::size_t keys, float start = 0.0F) {
     auto* const curve = new kvAnimationCurve(attribute);
     curve->setAppropriateNode(node);
     kvAnimationUtils2::createAnimationField(curve);
-    fillCurve(*curve, keys);
+    fillCurve(*curve, keys, start);
     return curve;
 }
 

@@ -32,11 +32,9 @@
 #include <immintrin.h>
 #endif
 
-// Vectors of numbers with operators are an extension of these compilers. What the inlined functions
-// take and return is no interface, so that nobody need know how it would be passed.
+// Vectors of numbers with operators are an extension of these compilers.
 #if defined(__GNUC__)
 #define KV_KERNEL_INLINE inline __attribute__((always_inline))
-#pragma GCC diagnostic ignored "-Wpsabi"
 #else
 #define KV_KERNEL_INLINE inline
 #endif

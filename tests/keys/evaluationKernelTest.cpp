@@ -70,6 +70,41 @@ Segment around(double frame, Segment s, QuickRandom& random) {
     return s;
 }
 
+// Random batches at one frame: mostly neighbours of one family, as scenes have them, sometimes a
+// mixture; often with all keys and handles at the frames of those before.
+class RandomBatches {
+  public:
+    explicit RandomBatches(std::uint64_t seed) : _random(seed) {}
+
+    float newFrame() {
+        _frame = static_cast<float>(_random.between(-500.0, 500.0));
+        return _frame;
+    }
+
+    void fill(CurveBatch& batch, Curves& curves) {
+        const auto& families = segmentFamilies();
+        const std::size_t first = _random.next() % families.size();
+        const bool isMixed = _random.next() % 4 == 0;
+        const bool isShared = _random.next() % 2 == 0;
+        const double at = static_cast<double>(_frame);
+        batch.count = _random.next() % (CurveBatch::kCapacity + 1);
+        for (std::size_t i = 0; i < batch.count; ++i) {
+            const std::size_t family = isMixed ? _random.next() % families.size() : first;
+            Segment s = around(at, families[family].make(_random), _random);
+            if (isShared) s = {_times.x0, s.y0, _times.x1, s.y1, _times.x2, s.y2, _times.x3, s.y3};
+            if (i == 0) _times = s;
+            curves.set(i, s);
+            batch.entries[i].curve = &curves[i];
+            batch.entries[i].after = kv::detail::KeyListReader::firstAfter(curves[i], at, 0);
+        }
+    }
+
+  private:
+    QuickRandom _random;
+    float _frame = 0.0F;
+    Segment _times{-600.0, 0.0, -300.0, 0.0, 300.0, 0.0, 600.0, 0.0};
+};
+
 class EveryKernel : public ::testing::TestWithParam<std::size_t> {};
 
 } // namespace
@@ -94,30 +129,21 @@ TEST_P(EveryKernel, hasTheLiteralBitsForOneCurve) {
 
 TEST_P(EveryKernel, hasTheLiteralBitsForEachCurveOfABatch) {
     const EvaluationKernel kernel = allKernels()[GetParam()];
-    QuickRandom random(12);
+    RandomBatches batches(12);
     Curves curves;
-    const std::vector<SegmentFamily> families(segmentFamilies().begin(), segmentFamilies().end());
-    for (std::uint64_t done = 0; done < kEvaluations * families.size();) {
-        const float frame = static_cast<float>(random.between(-500.0, 500.0));
-        CurveBatch batch;
-        batch.count = random.next() % (CurveBatch::kCapacity + 1);
-        // Mostly neighbours of one family, as scenes have them, sometimes a mixture.
-        const std::size_t first = random.next() % families.size();
-        const bool isMixed = random.next() % 4 == 0;
-        for (std::size_t i = 0; i < batch.count; ++i) {
-            const std::size_t family = isMixed ? random.next() % families.size() : first;
-            curves.set(i,
-                       around(static_cast<double>(frame), families[family].make(random), random));
-            batch.entries[i].curve = &curves[i];
-            batch.entries[i].after =
-                kv::detail::KeyListReader::firstAfter(curves[i], static_cast<double>(frame), 0);
+    CurveBatch batch;
+    for (std::uint64_t done = 0; done < kEvaluations * segmentFamilies().size();) {
+        const float frame = batches.newFrame();
+        kv::detail::LastRoots last;
+        for (int i = 0; i < 3; ++i) {
+            batches.fill(batch, curves);
+            kernel.evaluateMany(batch, frame, last);
+            for (std::size_t c = 0; c < batch.count; ++c)
+                ASSERT_EQ(bits(batch.entries[c].value),
+                          bits(kv::detail::evaluateCurveLiterally(&curves[c], frame)))
+                    << kernel.name << " lane " << c << " of " << batch.count << " at " << frame;
+            done += batch.count + 1;
         }
-        kernel.evaluateMany(batch, frame);
-        for (std::size_t i = 0; i < batch.count; ++i)
-            ASSERT_EQ(bits(batch.entries[i].value),
-                      bits(kv::detail::evaluateCurveLiterally(&curves[i], frame)))
-                << kernel.name << " lane " << i << " of " << batch.count << " at " << frame;
-        done += batch.count + 1;
     }
 }
 
@@ -133,12 +159,14 @@ TEST_P(EveryKernel, evaluatesCurvesWithoutASegmentInABatch) {
     for (const kvAnimationCurve* curve : {&empty, &single, &two, &two})
         batch.entries[batch.count++] = {curve, 0, 0.0F};
     batch.entries[3].after = 2;
-    kernel.evaluateMany(batch, 5.0F);
+    kv::detail::LastRoots at5;
+    kernel.evaluateMany(batch, 5.0F, at5);
     EXPECT_EQ(batch.entries[0].value, kv::detail::kNoCurveValue);
     EXPECT_EQ(batch.entries[1].value, kv::detail::kNoCurveValue);
     EXPECT_EQ(batch.entries[2].value, 1.0F) << "before the first key";
     EXPECT_EQ(batch.entries[3].value, 1.0F);
-    kernel.evaluateMany(batch, 25.0F);
+    kv::detail::LastRoots at25;
+    kernel.evaluateMany(batch, 25.0F, at25);
     EXPECT_EQ(batch.entries[2].value, 2.0F) << "behind the last one";
 }
 
