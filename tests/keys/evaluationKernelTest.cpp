@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -71,7 +72,8 @@ Segment around(double frame, Segment s, QuickRandom& random) {
 }
 
 // Random batches at one frame: mostly neighbours of one family, as scenes have them, sometimes a
-// mixture; often with all keys and handles at the frames of those before.
+// mixture; often with all keys and handles at the frames of those before, or all
+// but one.
 class RandomBatches {
   public:
     explicit RandomBatches(std::uint64_t seed) : _random(seed) {}
@@ -86,6 +88,11 @@ class RandomBatches {
         const std::size_t first = _random.next() % families.size();
         const bool isMixed = _random.next() % 4 == 0;
         const bool isShared = _random.next() % 2 == 0;
+        if (isShared && _random.next() % 2 == 0) {
+            double* const frames[] = {&_times.x0, &_times.x1, &_times.x2, &_times.x3};
+            double& one = *frames[_random.next() % 4];
+            one = std::nextafter(one, 1000.0);
+        }
         const double at = static_cast<double>(_frame);
         batch.count = _random.next() % (CurveBatch::kCapacity + 1);
         for (std::size_t i = 0; i < batch.count; ++i) {
