@@ -28,25 +28,10 @@ class BoundWriter {
     /// looked up.
     void write(const Field& binding, float value);
 
-    /// Asks for the memory of the container, so that a write some records later finds it near: the
-    /// containers of a large scene do not fit into the caches.
-    void prefetch() const {
-#if defined(__GNUC__)
-        const osg::FieldContainerPtr container = containerById(_container);
-        if (container == osg::NullFC) return;
-        const auto* const start = reinterpret_cast<const char*>(container.operator->());
-        for (std::size_t line = 0; line < kPrefetchedLines; ++line)
-            __builtin_prefetch(start + line * kLine);
-#endif
-    }
-    bool hasContainerOf(const BoundWriter& other) const {
-        return _container == other._container;
-    }
+    bool hasContainerOf(const BoundWriter& other) const { return _container == other._container; }
+    std::uint32_t container() const { return _container; }
 
   private:
-    static constexpr std::size_t kLine = 64;
-    static constexpr std::size_t kPrefetchedLines = 7; // as long as a transform with angles
-
     bool knows(const osg::FieldContainer& object) const {
         return _plan != nullptr && _plan->isFor(object);
     }

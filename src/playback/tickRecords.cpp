@@ -9,12 +9,13 @@ namespace detail {
 
 namespace {
 
-/// How many records ahead of the write their containers are brought near.
-constexpr std::size_t kAhead = 12;
+/// How many runs ahead of the write their memory is asked for.
+constexpr std::size_t kRunsAhead = 5;
 
 } // namespace
 
 void TickRecords::bind(std::size_t index, std::uint64_t stamp, const Field& binding) {
+    _runs.clear();
     if (index == _records.size()) {
         _bindings.push_back(binding);
         _records.push_back({stamp, BoundWriter(binding), 0.0F});
@@ -43,12 +44,32 @@ void TickRecords::add(const CurveBatch::Entry* evaluated, std::size_t count) {
     }
 }
 
-void TickRecords::write() {
-    for (std::size_t i = 0; i < _count; ++i) {
-        const std::size_t ahead = i + kAhead;
-        if (ahead < _count && !_records[ahead].writer.hasContainerOf(_records[ahead - 1].writer))
-            _records[ahead].writer.prefetch();
+void TickRecords::write(std::size_t first, std::size_t end) {
+    for (std::size_t i = first; i < end; ++i)
         _records[i].writer.write(_bindings[i], _records[i].value);
+}
+
+void TickRecords::findRuns() {
+    _runs.clear();
+    for (std::size_t i = 0; i < _count; ++i) {
+        if (i == 0 || !_records[i].writer.hasContainerOf(_records[i - 1].writer))
+            _runs.push_back({i, WrittenMemory::of(_records[i].writer.container())});
+        _runs.back().end = i + 1;
+    }
+}
+
+void TickRecords::write() {
+    const bool areKnown = !_runs.empty() && _runs.back().end == _count;
+    if (!areKnown) {
+        write(0, _count);
+        findRuns(); // now that writing has made the attachments that it needs
+        return;
+    }
+    std::size_t first = 0;
+    for (std::size_t run = 0; run < _runs.size(); ++run) {
+        if (run + kRunsAhead < _runs.size()) _runs[run + kRunsAhead].memory.prefetch();
+        write(first, _runs[run].end);
+        first = _runs[run].end;
     }
 }
 

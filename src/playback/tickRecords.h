@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fields/boundWriter.h"
+#include "fields/writtenMemory.h"
 #include "manager/frameEvaluation.h"
 
 #include <cstddef>
@@ -38,13 +39,22 @@ class TickRecords final : public FieldSink {
         float value;
     };
 
+    // Records of one container that follow one another.
+    struct Run {
+        std::size_t end;
+        WrittenMemory memory;
+    };
+
     void put(std::uint64_t stamp, const Field& binding, float value);
     void bind(std::size_t index, std::uint64_t stamp, const Field& binding);
+    void write(std::size_t first, std::size_t end);
+    void findRuns();
 
     // Both of one length, at least _count: what lies behind waits for its place to be taken again.
     std::vector<Record> _records;
     std::vector<Field> _bindings;
     std::size_t _count = 0;
+    std::vector<Run> _runs; // none until a write of these bindings
 };
 
 } // namespace detail

@@ -235,6 +235,39 @@ TEST_F(Records, ofADestroyedContainerWriteNothing) {
     EXPECT_EQ(Controller::getValues().size(), 1U);
 }
 
+// Ticks know from the one before where in memory the scene is, and believe none of it.
+TEST_F(Records, followASceneThatMovesInMemory) {
+    kvAnimationClip* const clip = makeClip();
+    std::vector<osg::NodePtr> nodes;
+    for (int i = 0; i < 12; ++i) {
+        nodes.push_back(osg::Node::create());
+        osg::addRefCP(nodes.back());
+        nodes.back()->setCore(RecordingTransform::create());
+        auto* const block = new kvAnimationBlock(nodes.back(), "b");
+        for (const char* attribute : {"scaleX", "rotateX"})
+            block->addCurve(makeCurve(nodes.back(), attribute));
+        clip->addBlock(block);
+    }
+    Controller::play(clip, 0.0F, 100.0F, false, false);
+    tickAt(2.0);
+    EXPECT_EQ(editsOf([] { tickAt(2.02); }).size(), 24U);
+
+    nodes[3]->subAttachment(osg::TransformAttachment::find(nodes[3]));
+    nodes[4]->setCore(RecordingTransform::create());
+    osg::subRefCP(nodes[7]);
+    const std::size_t edits = editsOf([] { tickAt(2.04); }).size();
+    EXPECT_EQ(edits, 24U - 1U - 2U) << "the core that was replaced, the node with its core";
+    ASSERT_TRUE(osg::TransformAttachment::find(nodes[3]) != osg::NullFC);
+    for (const Field& record : Controller::getValues())
+        if (record.node == nodes[3] && record.fieldName == "rotationX")
+            EXPECT_EQ(osg::TransformAttachment::find(nodes[3])->getRotationAngles()[0],
+                      record.value);
+    EXPECT_EQ(editsOf([] { tickAt(2.06); }).size(), edits);
+    nodes.erase(nodes.begin() + 7);
+    for (osg::NodePtr& node : nodes)
+        osg::subRefCP(node);
+}
+
 // --- allocations
 
 const char* const kLongName = "a name of a binding that is too long to lie within a string";
