@@ -258,10 +258,10 @@ TEST_F(Records, followASceneThatMovesInMemory) {
     const std::size_t edits = editsOf([] { tickAt(2.04); }).size();
     EXPECT_EQ(edits, 24U - 1U - 2U) << "the core that was replaced, the node with its core";
     ASSERT_TRUE(osg::TransformAttachment::find(nodes[3]) != osg::NullFC);
-    for (const Field& record : Controller::getValues())
-        if (record.node == nodes[3] && record.fieldName == "rotationX")
-            EXPECT_EQ(osg::TransformAttachment::find(nodes[3])->getRotationAngles()[0],
-                      record.value);
+    for (const Field& record : Controller::getValues()) {
+        if (!(record.node == nodes[3]) || record.fieldName != "rotationX") continue;
+        EXPECT_EQ(osg::TransformAttachment::find(nodes[3])->getRotationAngles()[0], record.value);
+    }
     EXPECT_EQ(editsOf([] { tickAt(2.06); }).size(), edits);
     nodes.erase(nodes.begin() + 7);
     for (osg::NodePtr& node : nodes)
