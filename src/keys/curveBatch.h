@@ -13,7 +13,7 @@ struct CurveBatch {
 
     struct Entry {
         const kvAnimationCurve* curve; ///< not null
-        std::size_t after;             ///< the position of the first key behind the frame
+        std::size_t after;             ///< the position of the first key behind the frame, or 0
         float value;                   ///< what evaluateCurves() found
     };
 

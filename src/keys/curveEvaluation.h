@@ -9,8 +9,7 @@ namespace kv::detail {
 /// from the last key on the last key's. The bits are those of evaluateCurveLiterally().
 ///
 /// Leaves the curve unchanged but for what it remembers of the segment evaluated last, which is
-/// guarded: several threads may evaluate a curve that nobody edits. Allocates that memory once a
-/// curve, and does without when there is none.
+/// guarded: several threads may evaluate a curve that nobody edits. Allocates nothing.
 float evaluateCurve(const kvControlPointManager* curve, float frame);
 
 } // namespace kv::detail

@@ -12,6 +12,7 @@ typedef double Pair __attribute__((vector_size(16)));
 typedef std::uint64_t PairOfWords __attribute__((vector_size(16)));
 typedef double Number __attribute__((vector_size(8 * KV_KERNEL_LANES)));
 typedef std::uint64_t NumberOfWords __attribute__((vector_size(8 * KV_KERNEL_LANES)));
+using NumberMask = decltype(Number{} < Number{});
 #endif
 
 template <class Value>
@@ -81,7 +82,7 @@ KV_KERNEL_INLINE bool isAnyTrue(bool mask) {
 }
 
 #if KV_KERNEL_LANES > 1
-KV_KERNEL_INLINE bool isAnyTrue(const decltype(Number{} < Number{}) & mask) {
+KV_KERNEL_INLINE bool isAnyTrue(const NumberMask& mask) {
 #if KV_KERNEL_LANES == 4
     return (mask[0] | mask[1] | mask[2] | mask[3]) != 0;
 #else
