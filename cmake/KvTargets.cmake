@@ -70,9 +70,7 @@ if(MSVC)
     target_compile_options(kv_warnings INTERFACE /W4 $<$<BOOL:${KV_WERROR}>:/WX>)
 else()
     target_compile_options(kv_warnings INTERFACE
-        -Wall -Wextra -Wpedantic -Wconversion $<$<BOOL:${KV_WERROR}>:-Werror>
-        # How aligned values are passed changed before any compiler that knows C++17.
-        $<$<CXX_COMPILER_ID:GNU>:-Wno-psabi>)
+        -Wall -Wextra -Wpedantic -Wconversion $<$<BOOL:${KV_WERROR}>:-Werror>)
 endif()
 
 # kv_sources(<variable> <directory>...): every .cpp below the directories, so that a new file in a

@@ -16,8 +16,6 @@ class KeyImport;
 /// their frames and chains neighbours by raw links. Sorting or growing that vector moves the keys,
 /// so a pointer to a key is valid only until its list changes.
 ///
-/// Aligned to a line of the cache, because the evaluation of large scenes is bound by memory.
-///
 /// Every constructor draws exactly one id from the identifier service. Copies draw none: a copy
 /// carries the id of its source, and ids are therefore not unique among all keys.
 class KV_ANIMATIONS_API kvControlPoint {
@@ -152,8 +150,9 @@ class KV_ANIMATIONS_API kvControlPoint {
     /// Tells the lists that a key may have changed its place or its id.
     void countEdit() const;
 
-    // What evaluating a segment reads of a key comes first, within one line of the cache.
-    alignas(64) Point point;
+    // What evaluating a segment reads of a key comes first, close together. No more than that:
+    // aligning keys to lines of the cache would tear up the heap.
+    Point point;
     Point inTangent;
     Point outTangent;
     kvControlPoint* nextCP = nullptr;

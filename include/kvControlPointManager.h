@@ -280,8 +280,8 @@ class KV_ANIMATIONS_API kvControlPointManager {
     void setPointInPlace(kvControlPoint& cp, kvControlPoint::Point target);
 
     // A tick goes through the curves of a scene, which do not fit into the caches: what it reads of
-    // a list comes first, in one line of the cache.
-    alignas(64) std::vector<kvControlPoint> cps;
+    // a list comes first, no more than 64 bytes.
+    std::vector<kvControlPoint> cps;
     OrderNote order;
     // Where the segment that was evaluated last ends: a hint, right or wrong. Atomic because
     // several threads may evaluate one list.

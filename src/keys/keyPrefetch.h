@@ -19,7 +19,7 @@ namespace kv::detail {
 
 struct KeyPrefetch {
     /// What a tick reads of a curve.
-    static void curve(const kvAnimationCurve* curve) { prefetchLines(curve, 1); }
+    static void curve(const kvAnimationCurve* curve) { prefetchLines(curve, 2); }
 
     /// A list of curves and where it has them.
     static void curves(const std::vector<kvAnimationCurve*>& curves) {
@@ -33,8 +33,7 @@ struct KeyPrefetch {
             const std::vector<kvControlPoint>& keys = curve.getCPs();
             const std::size_t end = KeyListReader::segmentEnd(curve);
             if (end - 1 >= keys.size() - 1) continue;
-            prefetchLines(&keys[end - 1], 1);
-            prefetchLines(&keys[end], 1);
+            prefetchLines(&keys[end - 1], 4);
         }
     }
 };
