@@ -237,7 +237,7 @@ class KV_ANIMATIONS_API kvControlPointManager {
     struct OrderNote {
         std::uint64_t edit = 0;
         const kvControlPoint* first = nullptr;
-        std::uint32_t count = 0;  // longer lists count as unsorted
+        std::uint32_t count = 0; // longer lists count as unsorted
         bool linked = false;
         bool endsInNumber = false; // the last frame is none of the NaNs, which stand at the end
     };

@@ -110,7 +110,9 @@ KV_KERNEL_INLINE BoundedRoot<Value> oneRealRoot(const Value& q, const Value& dis
     const Value rError = discriminantError / r + 2.1 * kRounding * r;
     const Value uError = rError + 2.1 * kRounding * absolute(zu);
     const Value vError = rError + 2.1 * kRounding * absolute(zv);
-    const auto isSmall = (8.0 * uError <= absolute(zu)) & (8.0 * vError <= absolute(zv));
+    const auto isSmallOfU = 8.0 * uError <= absolute(zu);
+    const auto isSmallOfV = 8.0 * vError <= absolute(zv);
+    const auto isSmall = isSmallOfU & isSmallOfV;
     const Value more = 0.37 * (uError * u.inverseSquare + vError * v.inverseSquare);
     const Value unknown = Value{} + std::numeric_limits<double>::quiet_NaN();
     return {t, error + (isSmall ? more : unknown)};
