@@ -35,8 +35,10 @@
 // Vectors of numbers with operators are an extension of these compilers.
 #if defined(__GNUC__)
 #define KV_KERNEL_INLINE inline __attribute__((always_inline))
+#define KV_KERNEL_SEPARATE inline __attribute__((noinline))
 #else
 #define KV_KERNEL_INLINE inline
+#define KV_KERNEL_SEPARATE inline
 #endif
 
 namespace kv::detail {
