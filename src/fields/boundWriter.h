@@ -5,7 +5,6 @@
 
 #include <kvAnimationUtils2.h>
 
-#include <cstddef>
 #include <cstdint>
 
 /// @file
@@ -28,7 +27,7 @@ class BoundWriter {
     /// looked up.
     void write(const Field& binding, float value);
 
-    bool hasContainerOf(const BoundWriter& other) const { return _container == other._container; }
+    /// The id of the container, whether there still is one or not.
     std::uint32_t container() const { return _container; }
 
   private:

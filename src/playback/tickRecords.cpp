@@ -52,8 +52,9 @@ void TickRecords::write(std::size_t first, std::size_t end) {
 void TickRecords::findRuns() {
     _runs.clear();
     for (std::size_t i = 0; i < _count; ++i) {
-        if (i == 0 || !_records[i].writer.hasContainerOf(_records[i - 1].writer))
-            _runs.push_back({i, WrittenMemory::of(_records[i].writer.container())});
+        const std::uint32_t container = _records[i].writer.container();
+        if (i == 0 || container != _records[i - 1].writer.container())
+            _runs.push_back({i, WrittenMemory::of(container)});
         _runs.back().end = i + 1;
     }
 }

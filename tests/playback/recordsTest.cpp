@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <random>
 #include <string>
 #include <utility>
@@ -97,6 +98,22 @@ class Records : public kv::test::PlaybackFixture {
         return RecordingTransform::edits();
     }
 
+    /// The masks of the edits that a warm tick makes of a clip with curves for these attributes.
+    std::vector<osg::BitVector> masksOfATick(const osg::NodePtr& recorder,
+                                             std::initializer_list<const char*> attributes) {
+        auto* const block = new kvAnimationBlock(recorder, "b");
+        for (const char* attribute : attributes)
+            block->addCurve(makeCurve(recorder, attribute));
+        kvAnimationClip* const clip = makeClip();
+        clip->addBlock(block);
+        Controller::play(clip, 0.0F, 100.0F, false, false);
+        tickAt(2.0);
+        std::vector<osg::BitVector> masks;
+        for (const RecordingTransform::Edit& edit : editsOf([] { tickAt(2.02); }))
+            masks.push_back(std::get<1>(edit));
+        return masks;
+    }
+
     /// Ticks over the clip, out of order and beyond its ends, and each time writes the records of
     /// the manager's evaluation one by one as well.
     void expectTicksLikeLiteralWrites(kvAnimationClip* clip) {
@@ -131,17 +148,8 @@ TEST_F(Records, ofAClipMakeTheEditsOfLiteralWrites) {
 }
 
 TEST_F(Records, makeOneEditEachWithTheMaskOfTheirField) {
-    const osg::NodePtr recorder = makeRecorder();
-    auto* const block = new kvAnimationBlock(recorder, "b");
-    for (const char* attribute : {"translateX", "rotateY", "amount", "translateX"})
-        block->addCurve(makeCurve(recorder, attribute));
-    kvAnimationClip* const clip = makeClip();
-    clip->addBlock(block);
-    Controller::play(clip, 0.0F, 100.0F, false, false);
-    tickAt(2.0);
-    std::vector<osg::BitVector> masks;
-    for (const RecordingTransform::Edit& edit : editsOf([] { tickAt(2.02); }))
-        masks.push_back(std::get<1>(edit));
+    const std::vector<osg::BitVector> masks =
+        masksOfATick(makeRecorder(), {"translateX", "rotateY", "amount", "translateX"});
     const std::vector<osg::BitVector> expected = {
         osg::ComponentTransform::TranslationFieldMask,
         osg::Transform3D::EulerRFieldMask | osg::ComponentTransform::RotationFieldMask,
@@ -151,17 +159,8 @@ TEST_F(Records, makeOneEditEachWithTheMaskOfTheirField) {
 
 TEST_F(Records, ofThreeAnglesMakeARotationEach) {
     const osg::NodePtr recorder = makeRecorder();
-    auto* const block = new kvAnimationBlock(recorder, "b");
-    const char* const attributes[] = {"scaleX", "rotateX", "rotateY", "rotateZ", "centerX"};
-    for (const char* attribute : attributes)
-        block->addCurve(makeCurve(recorder, attribute));
-    kvAnimationClip* const clip = makeClip();
-    clip->addBlock(block);
-    Controller::play(clip, 0.0F, 100.0F, false, false);
-    tickAt(2.0);
-    std::vector<osg::BitVector> masks;
-    for (const RecordingTransform::Edit& edit : editsOf([] { tickAt(2.02); }))
-        masks.push_back(std::get<1>(edit));
+    const std::vector<osg::BitVector> masks =
+        masksOfATick(recorder, {"scaleX", "rotateX", "rotateY", "rotateZ", "centerX"});
     const osg::BitVector rotation =
         osg::Transform3D::EulerRFieldMask | osg::ComponentTransform::RotationFieldMask;
     const std::vector<osg::BitVector> expected = {osg::ComponentTransform::ScaleFieldMask, rotation,
