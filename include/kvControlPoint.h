@@ -59,13 +59,13 @@ class KV_ANIMATIONS_API kvControlPoint {
 
     /// @{
     /// The incoming handle as an absolute position, not a direction.
-    void setInTangent(Point position) { inTangent = position; }
+    void setInTangent(Point position);
     Point getInTangent() const { return inTangent; }
     /// @}
 
     /// @{
     /// The outgoing handle as an absolute position, not a direction.
-    void setOutTangent(Point position) { outTangent = position; }
+    void setOutTangent(Point position);
     Point getOutTangent() const { return outTangent; }
     /// @}
 
@@ -147,8 +147,12 @@ class KV_ANIMATIONS_API kvControlPoint {
     /// outside, because the list that moves its keys knows what that does to their order.
     void take(const kvControlPoint& other);
 
-    /// Tells the lists that a key may have changed its place or its id.
+    bool isInList() const;
+    /// Tells the lists that a key may have changed its place or its id, and players that it
+    /// changed.
     void countEdit() const;
+    /// Tells players alone.
+    void countHandleEdit() const;
 
     // What evaluating a segment reads of a key comes first, close together. No more than that:
     // aligning keys to lines of the cache would tear up the heap.

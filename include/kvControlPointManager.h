@@ -80,7 +80,8 @@ class KV_ANIMATIONS_API kvControlPointManager {
 
     /// All keys, for changing them. Call sortCPs() after changing frames, adding or removing keys,
     /// and ask for the keys again after any other operation on the list: the list takes this very
-    /// call as the sign that its order may change. For reading, use the const form.
+    /// call as the sign that its order may change. For reading, use the const form: a list whose
+    /// vector was handed out once is read anew on every tick.
     std::vector<kvControlPoint>& getCPs();
 
     /// Same as insertCP(x, y, false, false).
@@ -278,6 +279,7 @@ class KV_ANIMATIONS_API kvControlPointManager {
     void dropIdIndex();
     void moveKey(std::size_t index, kvControlPoint::Point point);
     void setPointInPlace(kvControlPoint& cp, kvControlPoint::Point target);
+    void countIfPlayed();
 
     // A tick goes through the curves of a scene, which do not fit into the caches: what it reads of
     // a list comes first, no more than 64 bytes.
@@ -299,6 +301,10 @@ class KV_ANIMATIONS_API kvControlPointManager {
     // The keys were copied and not linked since: their links lead into another list. Those must not
     // be told by address alone, since this list may come to lie where that one was.
     bool foreignLinks = false;
+    // A player may have taken down a segment, see kv::detail::PlayedSegments. Atomic because
+    // several may do so at once.
+    mutable std::atomic<bool> isPlayed{false};
+    bool wasHandedOut = false; // the vector itself, for changing
     unsigned idScans = 0;
     std::unique_ptr<kv::detail::KeyIdIndex> idIndex;
 };

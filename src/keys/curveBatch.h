@@ -1,8 +1,11 @@
 #pragma once
 
+#include "keys/segmentConstants.h"
+
 #include <kvAnimationCurve.h>
 
 #include <cstddef>
+#include <cstdint>
 
 namespace kv::detail {
 
@@ -13,7 +16,9 @@ struct CurveBatch {
 
     struct Entry {
         const kvAnimationCurve* curve; ///< not null
+        const Segment* known;          ///< where the frame is, or null: then `after` tells
         std::size_t after;             ///< the position of the first key behind the frame, or 0
+        std::uint64_t binding;         ///< the stamp of the curve's binding
         float value;                   ///< what evaluateCurves() found
     };
 

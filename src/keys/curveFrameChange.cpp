@@ -181,6 +181,7 @@ void kvAnimationCurve::moveSelectedCPs(float frame) {
         places.erase(places.begin());
     }
     if (places.empty()) return;
+    countIfPlayed();
     FrameChange(*this, frame).apply(places);
     noteLastFrame();
     dropIdIndex();

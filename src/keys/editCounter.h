@@ -20,4 +20,11 @@ inline void countKeyEdit() {
     keyEdits.fetch_add(1, std::memory_order_relaxed);
 }
 
+/// How often something changed that a player may have taken down, process-wide: see PlayedSegments.
+extern std::atomic<std::uint64_t> playedEdits;
+
+inline void countPlayedEdit() {
+    playedEdits.fetch_add(1, std::memory_order_relaxed);
+}
+
 } // namespace kv::detail

@@ -7,7 +7,10 @@
 #include "keys/rounding.h"
 
 kvControlPointManager::kvControlPointManager() = default;
-kvControlPointManager::~kvControlPointManager() = default;
+
+kvControlPointManager::~kvControlPointManager() {
+    countIfPlayed();
+}
 
 kvControlPointManager::kvControlPointManager(const kvControlPointManager& other)
     : cps(other.cps), bindingStamp(other.bindingStamp), hitType(other.hitType),
@@ -19,6 +22,7 @@ kvControlPointManager::kvControlPointManager(const kvControlPointManager& other)
 
 kvControlPointManager& kvControlPointManager::operator=(const kvControlPointManager& other) {
     if (this == &other) return *this;
+    countIfPlayed();
     std::vector<kvControlPoint> copy(other.cps);
     cps.swap(copy);
     bindingStamp = other.bindingStamp;
@@ -39,7 +43,18 @@ kvControlPointManager& kvControlPointManager::operator=(const kvControlPointMana
 // list, and hosts ask for keys in order to draw them while thousands of curves play.
 std::vector<kvControlPoint>& kvControlPointManager::getCPs() {
     order.edit = kv::detail::kNoKeyEdit;
+    countIfPlayed();
+    wasHandedOut = true;
     return cps;
+}
+
+// To be called by whatever changes frames, values or handles, the keys that there are, what the
+// curve drives, or ends the list. Only the first change since a player took a segment down counts,
+// so that editing does not disturb the players of other curves.
+void kvControlPointManager::countIfPlayed() {
+    if (!isPlayed.load(std::memory_order_relaxed)) return;
+    isPlayed.store(false, std::memory_order_relaxed);
+    kv::detail::countPlayedEdit();
 }
 
 bool kvControlPointManager::isStartCP(const kvControlPoint& cp) const {
@@ -126,6 +141,7 @@ void kvControlPointManager::setPointInPlace(kvControlPoint& cp, kvControlPoint::
         (index == 0 || !kv::detail::framePrecedes(target.x, cps[index - 1].point.x)) &&
         (index + 1 == cps.size() || !kv::detail::framePrecedes(cps[index + 1].point.x, target.x));
     cp.point = target;
+    countIfPlayed();
     if (fits)
         noteLastFrame();
     else

@@ -45,6 +45,7 @@ void kvControlPointManager::reserveOneMore() {
 // Replaces the key at `replacedFrame`, if there is one, by `key`, which goes where its own frame
 // belongs. `key` must not be part of the list.
 void kvControlPointManager::insertKey(double replacedFrame, const kvControlPoint& key) {
+    countIfPlayed();
     bringInOrder();
     // The id of a key that is alone changes unnoticed.
     if (cps.size() == 1) greatestId = cps.front().id;
@@ -109,6 +110,7 @@ void kvControlPointManager::dropIdIndex() {
 
 // Moves the key at `index` to a point and to the place of its frame.
 void kvControlPointManager::moveKey(std::size_t index, kvControlPoint::Point point) {
+    countIfPlayed();
     if (!isKnownLinked()) {
         cps[index].point = point;
         noteUnsorted();
@@ -143,6 +145,7 @@ void kvControlPointManager::moveKey(std::size_t index, kvControlPoint::Point poi
 
 // Erases a key and leaves the links as they are.
 void kvControlPointManager::eraseAt(std::size_t index) {
+    countIfPlayed();
     const bool known = isKnownSorted();
     countWalk(cps.size() - index);
     for (std::size_t i = index; i + 1 < cps.size(); ++i)
@@ -180,6 +183,7 @@ void kvControlPointManager::deleteCP(kvControlPoint* cp) {
 }
 
 void kvControlPointManager::deleteAllSelectedCPs() {
+    countIfPlayed();
     const bool known = isKnownSorted();
     countWalk(cps.size());
     std::size_t kept = 0;

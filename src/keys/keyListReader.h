@@ -55,6 +55,14 @@ struct KeyListReader {
         return true;
     }
 
+    /// To be called by whoever takes down a segment of a list that is known as sorted: a change of
+    /// it counts in playedEdits from here on. False when changes may go unnoticed.
+    static bool markPlayed(const kvControlPointManager& list) {
+        if (list.wasHandedOut) return false;
+        list.isPlayed.store(true, std::memory_order_relaxed);
+        return true;
+    }
+
     /// What else the list remembers of that segment.
     static SegmentMemory memoryOf(const kvControlPointManager& list) {
         return SegmentMemory(list.segmentWords);

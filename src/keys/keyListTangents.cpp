@@ -20,6 +20,8 @@ void kvControlPointManager::computeTangents(kvControlPoint& cp) {
                                  {role, cp.point, previous == nullptr ? nullptr : &previous->point,
                                   next == nullptr ? nullptr : &next->point});
     if (!placed) return;
+    countIfPlayed();
+    if (indexOf(&cp) == kNone) cp.countHandleEdit(); // it may stand in another list
     cp.inTangent = placed->in;
     cp.outTangent = placed->out;
 }
@@ -48,6 +50,7 @@ void kvControlPointManager::constantCurveInterval() {
     for (kvControlPoint& cp : cps) {
         kvControlPoint* next = live(cp.nextCP);
         if (!cp.selected || next == nullptr || !next->selected) continue;
+        countIfPlayed();
         cp.outTangent = cp.point;
         cp.tangentType = kvControlPoint::Constant;
         next->inTangent = next->point;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "keys/curveBatch.h"
 #include "keys/keyListReader.h"
 #include "keys/prefetch.h"
 
@@ -27,14 +26,11 @@ struct KeyPrefetch {
     }
 
     /// The keys around the segment evaluated last.
-    static void segments(const CurveBatch& batch) {
-        for (std::size_t i = 0; i != batch.count; ++i) {
-            const kvAnimationCurve& curve = *batch.entries[i].curve;
-            const std::vector<kvControlPoint>& keys = curve.getCPs();
-            const std::size_t end = KeyListReader::segmentEnd(curve);
-            if (end - 1 >= keys.size() - 1) continue;
-            prefetchLines(&keys[end - 1], 4);
-        }
+    static void segment(const kvAnimationCurve& curve) {
+        const std::vector<kvControlPoint>& keys = curve.getCPs();
+        const std::size_t end = KeyListReader::segmentEnd(curve);
+        if (end - 1 >= keys.size() - 1) return;
+        prefetchLines(&keys[end - 1], 4);
     }
 };
 

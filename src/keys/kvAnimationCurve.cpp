@@ -42,6 +42,7 @@ osg::NodePtr kvAnimationCurve::getAppropriateNode() const {
 void kvAnimationCurve::setAnimationField(const kvAnimationUtils2::AnimationField& field) {
     // Atomic because scenes may be prepared by several threads.
     static std::atomic<std::uint64_t> lastStamp{0};
+    countIfPlayed();
     animationField = field;
     bindingStamp = ++lastStamp;
 }
@@ -60,6 +61,7 @@ void kvAnimationCurve::importControlPoint(float x, float y, float inX, float inY
 
 void kvAnimationCurve::set(std::string newName, const std::vector<kvControlPoint>& keys) {
     setAnimatedAttribute(std::move(newName));
+    countIfPlayed();
     std::vector<kvControlPoint> copy(keys);
     cps.swap(copy);
     noteUnsorted();
@@ -104,6 +106,7 @@ void kvAnimationCurve::carryHandles(kvControlPoint& cp, const kvControlPoint& be
 // Maps every frame f of keys and handles to (f - start) / span * newSpan + newStart, in single
 // precision throughout.
 void kvAnimationCurve::stretch(float start, float span, float newSpan, float newStart) {
+    countIfPlayed();
     const bool sorted = isKnownSorted();
     const bool linked = isKnownLinked();
     const auto mapped = [=](double f) {
@@ -120,6 +123,7 @@ void kvAnimationCurve::stretch(float start, float span, float newSpan, float new
 // Moves keys and handles by delta frames, for the block that holds the curve. In single precision,
 // which rounds the values along with the frames; deliberate.
 void kvAnimationCurve::shift(float delta) {
+    countIfPlayed();
     const bool sorted = isKnownSorted();
     const bool linked = isKnownLinked();
     const auto moved = [delta](kvControlPoint::Point p) {
@@ -155,6 +159,7 @@ void kvAnimationCurve::flip() {
         static_cast<float>(cps.back().point.x) - static_cast<float>(cps.front().point.x);
     const double middle = static_cast<double>(
         static_cast<float>(static_cast<double>(range) * 0.5 + cps.front().point.x));
+    countIfPlayed();
     const auto mirrored = [middle](double f) { return middle - f + middle; };
     for (kvControlPoint& cp : cps) {
         cp.point.x = mirrored(cp.point.x);

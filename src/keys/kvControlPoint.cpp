@@ -1,4 +1,5 @@
-// The key. Everything that can change its place in a list counts as an edit from outside.
+// The key. Everything that can change its place in a list counts as an edit from outside, and so
+// does, for players, everything that changes the curve.
 #include <kvControlPoint.h>
 
 #include "keys/editCounter.h"
@@ -9,6 +10,7 @@
 namespace kv::detail {
 
 std::atomic<std::uint64_t> keyEdits{kNoKeyEdit + 1};
+std::atomic<std::uint64_t> playedEdits{1};
 
 } // namespace kv::detail
 
@@ -51,13 +53,33 @@ void kvControlPoint::take(const kvControlPoint& other) {
 
 // A key without links stands in no list, or is the only one there: lists of two or more keys that
 // know their order have linked each of them. Building keys one by one thus disturbs no list.
+bool kvControlPoint::isInList() const {
+    return nextCP != nullptr || prevCP != nullptr;
+}
+
 void kvControlPoint::countEdit() const {
-    if (nextCP != nullptr || prevCP != nullptr) kv::detail::countKeyEdit();
+    if (!isInList()) return;
+    kv::detail::countKeyEdit();
+    kv::detail::countPlayedEdit();
+}
+
+void kvControlPoint::countHandleEdit() const {
+    if (isInList()) kv::detail::countPlayedEdit();
 }
 
 void kvControlPoint::setPoint(Point newPoint) {
     countEdit();
     point = newPoint;
+}
+
+void kvControlPoint::setInTangent(Point position) {
+    countHandleEdit();
+    inTangent = position;
+}
+
+void kvControlPoint::setOutTangent(Point position) {
+    countHandleEdit();
+    outTangent = position;
 }
 
 void kvControlPoint::setDistance2Mouse(double dx, double dy) {

@@ -17,6 +17,7 @@
 #include "keys/curveEvaluation.h"
 #include "keys/keyListReader.h"
 #include "keys/keyPrefetch.h"
+#include "keys/playedSegments.h"
 #include "keys/prefetch.h"
 
 #include <cmath>
@@ -81,18 +82,26 @@ using Curves = std::vector<kvAnimationCurve*>;
 ///
 /// The curves of a large scene do not fit into the caches, and where its keys lie only a curve
 /// tells. So they are evaluated in batches, and while one batch is, the keys of the next and the
-/// curves of the one after that are on their way.
+/// curves of the one after that are on their way. A player's evaluations take down the segments,
+/// and only curves of which none is known are asked.
 class FrameEvaluation {
   public:
-    FrameEvaluation(FieldSink& sink, float frame) : _sink(sink), _frame(frame) {}
+    FrameEvaluation(FieldSink& sink, float frame)
+        : _sink(sink), _played(sink.playedSegments()), _frame(frame),
+          _at(static_cast<double>(frame)) {
+        if (_played != nullptr) _played->forgetIfEdited();
+    }
 
     /// The list must stay as it is until finish().
     void add(const Curves& curves) {
         for (const kvAnimationCurve* const curve : curves) {
             if (!curve) continue;
-            KeyPrefetch::curve(curve);
             Stage& stage = *_gathering;
-            stage.siblings[stage.batch.count] = &curves;
+            Origin& origin = stage.origins[stage.batch.count];
+            origin.siblings = &curves;
+            if (_played != nullptr) origin.place = _played->nextPlace();
+            origin.isKnown = _played != nullptr && _played->has(origin.place, *curve, _at);
+            if (!origin.isKnown) KeyPrefetch::curve(curve);
             stage.batch.entries[stage.batch.count++].curve = curve;
             if (stage.batch.count == CurveBatch::kCapacity) advance();
         }
@@ -105,15 +114,22 @@ class FrameEvaluation {
     }
 
   private:
+    struct Origin {
+        const Curves* siblings;
+        std::size_t place; // in _played
+        bool isKnown;      // there
+    };
     struct Stage {
         CurveBatch batch;
-        const Curves* siblings[CurveBatch::kCapacity];
+        Origin origins[CurveBatch::kCapacity];
     };
     static constexpr int kStages = 3;
 
     /// Every batch goes one stage on; the one that was last is empty then and gathers.
     void advance() {
-        KeyPrefetch::segments(_waiting->batch);
+        for (std::size_t i = 0; i != _waiting->batch.count; ++i)
+            if (!_waiting->origins[i].isKnown)
+                KeyPrefetch::segment(*_waiting->batch.entries[i].curve);
         evaluate(*_ready);
         Stage* const empty = _ready;
         _ready = _waiting;
@@ -133,19 +149,38 @@ class FrameEvaluation {
 
     /// Leaves out the curves that the hold rule leaves out, and tells where the others are.
     void keepThoseThatCount(Stage& stage) {
-        const double at = static_cast<double>(_frame);
         std::size_t kept = 0;
         for (std::size_t i = 0; i != stage.batch.count; ++i) {
-            CurveBatch::Entry entry = stage.batch.entries[i];
-            entry.after = KeyListReader::firstAfterNear(*entry.curve, at,
-                                                        KeyListReader::segmentEnd(*entry.curve));
-            if (entry.after == 0) {
-                if (!countsAmong(*stage.siblings[i], *entry.curve)) continue;
-                entry.after = KeyListReader::firstAfter(*entry.curve, at, 0);
-            }
-            stage.batch.entries[kept++] = entry;
+            const Origin& origin = stage.origins[i];
+            CurveBatch::Entry& entry = stage.batch.entries[kept];
+            entry.curve = stage.batch.entries[i].curve;
+            if (origin.isKnown)
+                tellTaken(entry, origin);
+            else if (!findSegment(entry, origin))
+                continue;
+            ++kept;
         }
         stage.batch.count = kept;
+    }
+
+    void tellTaken(CurveBatch::Entry& entry, const Origin& origin) const {
+        const PlayedSegments::Taken& taken = _played->at(origin.place);
+        entry.known = &taken.segment;
+        entry.binding = taken.binding;
+    }
+
+    /// False when the hold rule leaves the curve out.
+    bool findSegment(CurveBatch::Entry& entry, const Origin& origin) {
+        const kvAnimationCurve& curve = *entry.curve;
+        entry.known = nullptr;
+        entry.binding = CurveBinding::stampOf(curve);
+        entry.after = KeyListReader::firstAfterNear(curve, _at, KeyListReader::segmentEnd(curve));
+        if (entry.after == 0) {
+            if (!countsAmong(*origin.siblings, curve)) return false;
+            entry.after = KeyListReader::firstAfter(curve, _at, 0);
+        }
+        if (_played != nullptr) _played->take(origin.place, curve, _at, entry.after);
+        return true;
     }
 
     static void keepThoseWithValues(CurveBatch& batch) {
@@ -169,7 +204,9 @@ class FrameEvaluation {
     }
 
     FieldSink& _sink;
+    PlayedSegments* const _played; // or null
     const float _frame;
+    const double _at; // the same
     Stage _stages[kStages];
     Stage* _gathering = &_stages[0];
     Stage* _waiting = &_stages[1];

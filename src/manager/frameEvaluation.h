@@ -17,11 +17,17 @@ class kvAnimationCurve;
 
 namespace kv::detail {
 
+class PlayedSegments;
+
 /// Takes the records of an evaluation, in order.
 class FieldSink {
   public:
     /// A record for each: the curve's binding with its value. All have one, even if it is NaN.
     virtual void add(const CurveBatch::Entry* evaluated, std::size_t count) = 0;
+
+    /// Where segments are taken down from one evaluation to the next; null for evaluations of which
+    /// none like it follows.
+    virtual PlayedSegments* playedSegments() { return nullptr; }
 
   protected:
     ~FieldSink() = default;

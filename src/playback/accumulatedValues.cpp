@@ -65,7 +65,7 @@ void AccumulatedValues::beginEvaluation() {
 void AccumulatedValues::add(const CurveBatch::Entry* evaluated, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
         const kvAnimationCurve& curve = *evaluated[i].curve;
-        append(CurveBinding::stampOf(curve), CurveBinding::of(curve), evaluated[i].value);
+        append(evaluated[i].binding, CurveBinding::of(curve), evaluated[i].value);
     }
 }
 

@@ -40,7 +40,7 @@ void TickRecords::resize(std::size_t count) {
 void TickRecords::add(const CurveBatch::Entry* evaluated, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
         const kvAnimationCurve& curve = *evaluated[i].curve;
-        put(CurveBinding::stampOf(curve), CurveBinding::of(curve), evaluated[i].value);
+        put(evaluated[i].binding, CurveBinding::of(curve), evaluated[i].value);
     }
 }
 

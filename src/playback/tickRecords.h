@@ -2,6 +2,7 @@
 
 #include "fields/boundWriter.h"
 #include "fields/writtenMemory.h"
+#include "keys/playedSegments.h"
 #include "manager/frameEvaluation.h"
 
 #include <cstddef>
@@ -18,10 +19,14 @@ class TickRecords final : public FieldSink {
   public:
     using Field = kvAnimationUtils2::AnimationField;
 
-    void clear() { _count = 0; }
+    void clear() {
+        _count = 0;
+        _played.rewind();
+    }
     /// Makes it `count` records; those that are new bind to nothing.
     void resize(std::size_t count);
     void add(const CurveBatch::Entry* evaluated, std::size_t count) override;
+    PlayedSegments* playedSegments() override { return &_played; }
 
     /// Writes them into the scene, in order. Not to be changed from within a write.
     void write();
@@ -54,6 +59,7 @@ class TickRecords final : public FieldSink {
     std::vector<Record> _records;
     std::vector<Field> _bindings;
     std::size_t _count = 0;
+    PlayedSegments _played;
     std::vector<Run> _runs; // none until a write of these bindings
 };
 

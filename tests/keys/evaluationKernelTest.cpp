@@ -72,8 +72,8 @@ Segment around(double frame, Segment s, QuickRandom& random) {
 }
 
 // Random batches at one frame: mostly neighbours of one family, as scenes have them, sometimes a
-// mixture; often with all keys and handles at the frames of those before, or all
-// but one.
+// mixture; often with all keys and handles at the frames of those before, or all but one. Some of
+// the segments are told, the others are to be found.
 class RandomBatches {
   public:
     explicit RandomBatches(std::uint64_t seed) : _random(seed) {}
@@ -101,6 +101,9 @@ class RandomBatches {
             if (isShared) s = {_times.x0, s.y0, _times.x1, s.y1, _times.x2, s.y2, _times.x3, s.y3};
             if (i == 0) _times = s;
             curves.set(i, s);
+            _known[i] = s;
+            const bool isWithin = s.x0 <= at && at < s.x3;
+            batch.entries[i].known = isWithin && _random.next() % 2 == 0 ? &_known[i] : nullptr;
             batch.entries[i].curve = &curves[i];
             batch.entries[i].after = kv::detail::KeyListReader::firstAfter(curves[i], at, 0);
         }
@@ -109,6 +112,7 @@ class RandomBatches {
   private:
     QuickRandom _random;
     float _frame = 0.0F;
+    Segment _known[CurveBatch::kCapacity];
     Segment _times{-600.0, 0.0, -300.0, 0.0, 300.0, 0.0, 600.0, 0.0};
 };
 
@@ -164,7 +168,7 @@ TEST_P(EveryKernel, evaluatesCurvesWithoutASegmentInABatch) {
     two.insertCP(20.0, 2.0);
     CurveBatch batch;
     for (const kvAnimationCurve* curve : {&empty, &single, &two, &two})
-        batch.entries[batch.count++] = {curve, 0, 0.0F};
+        batch.entries[batch.count++] = {curve, nullptr, 0, 0, 0.0F};
     batch.entries[3].after = 2;
     kv::detail::LastRoots at5;
     kernel.evaluateMany(batch, 5.0F, at5);

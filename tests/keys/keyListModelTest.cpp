@@ -6,14 +6,17 @@
 #include "keys/keyListFixture.h"
 #include "keys/literalEvaluation.h"
 #include "keys/literalKeyList.h"
+#include "keys/playedSegments.h"
 #include "manager/identifiers.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <memory>
 #include <random>
 #include <string>
@@ -49,6 +52,7 @@ class Comparison {
         const unsigned draws = static_cast<unsigned>(_random());
         const std::uint32_t edit = static_cast<std::uint32_t>(_random());
         const std::mt19937 choices = _random;
+        takeDown();
         std::srand(draws);
         editCurve(edit);
         const int consumed = std::rand();
@@ -60,10 +64,14 @@ class Comparison {
         EXPECT_EQ(std::rand(), consumed) << "random numbers consumed by " << _edit;
         EXPECT_TRUE(_random == after) << "the test itself is out of step in " << _edit;
         compare();
+        compareTaken();
         return !::testing::Test::HasFailure();
     }
 
     std::size_t size() const { return _model.keys.size(); }
+
+    /// How often a player would not have asked the curve after an edit.
+    std::size_t told() const { return _told; }
 
   private:
     // Few distinct frames, so that keys meet; halves, so that snapping rounds; rarely NaN.
@@ -83,7 +91,11 @@ class Comparison {
     void editModelShape(std::uint32_t edit);
     int drawId();
     void compare();
+    void takeDown();
+    void compareTaken();
 
+    kv::detail::PlayedSegments _played;
+    std::size_t _told = 0;
     std::mt19937 _random;
     std::unique_ptr<OpenCurve> _curve;
     LiteralKeyList _model;
@@ -401,14 +413,51 @@ void Comparison::compare() {
     }
 }
 
+constexpr double kPlayed[] = {-80.0, -13.25, 0.0, 0.5, 7.0, 42.5};
+
+// What a player takes down at these frames.
+void Comparison::takeDown() {
+    _played.rewind();
+    _played.forgetIfEdited();
+    for (const double frame : kPlayed) {
+        const std::size_t place = _played.nextPlace();
+        if (_played.has(place, *_curve, frame)) continue;
+        const std::size_t after = kv::detail::KeyListReader::firstAfter(*_curve, frame, 0);
+        _played.take(place, *_curve, frame, after);
+    }
+}
+
+// What the player has not forgotten since is what the model says.
+void Comparison::compareTaken() {
+    _played.forgetIfEdited();
+    for (std::size_t place = 0; place < std::size(kPlayed); ++place) {
+        if (!_played.has(place, *_curve, kPlayed[place])) continue;
+        ++_told;
+        const auto after =
+            std::find_if(_model.keys.begin(), _model.keys.end(),
+                         [&](const LiteralKey& key) { return key.point.x > kPlayed[place]; });
+        ASSERT_TRUE(after != _model.keys.begin() && after != _model.keys.end()) << _edit;
+        EXPECT_FALSE(std::isnan(_model.keys.back().point.x)) << _edit;
+        const LiteralKey& before = *(after - 1);
+        const kv::detail::Segment& taken = _played.at(place).segment;
+        EXPECT_TRUE(same({taken.x0, taken.y0}, before.point)) << _edit;
+        EXPECT_TRUE(same({taken.x1, taken.y1}, before.out)) << _edit;
+        EXPECT_TRUE(same({taken.x2, taken.y2}, after->in)) << _edit;
+        EXPECT_TRUE(same({taken.x3, taken.y3}, after->point)) << _edit;
+    }
+}
+
 } // namespace
 
 TEST(KeyListModel, randomEditsEqualThePlainModel) {
+    std::size_t told = 0;
     for (unsigned seed = 1; seed <= 40; ++seed) {
         Comparison comparison(seed);
         for (int i = 0; i < 250; ++i)
             ASSERT_TRUE(comparison.step()) << "seed " << seed << " step " << i;
+        told += comparison.told();
     }
+    EXPECT_GT(told, 3000U);
 }
 
 TEST(KeyListModel, aLongSequenceOfEditsEqualsThePlainModel) {

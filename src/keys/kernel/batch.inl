@@ -101,17 +101,22 @@ inline void evaluateMany(CurveBatch& batch, float frame, LastRoots& last) {
     Lanes lanes;
     for (std::size_t i = 0; i < batch.count; ++i) {
         CurveBatch::Entry& entry = batch.entries[i];
-        const std::vector<kvControlPoint>& keys = entry.curve->getCPs();
-        if (entry.after == 0 || entry.after >= keys.size()) {
-            entry.value = evaluateOne(entry.curve, frame);
-            continue;
+        Segment read;
+        const Segment* segment = entry.known;
+        if (segment == nullptr) {
+            const std::vector<kvControlPoint>& keys = entry.curve->getCPs();
+            if (entry.after == 0 || entry.after >= keys.size()) {
+                entry.value = evaluateOne(entry.curve, frame);
+                continue;
+            }
+            KeyListReader::setSegmentEnd(*entry.curve, entry.after);
+            read = segmentBetween(keys[entry.after - 1], keys[entry.after]);
+            segment = &read;
         }
-        const Segment segment = segmentBetween(keys[entry.after - 1], keys[entry.after]);
-        KeyListReader::setSegmentEnd(*entry.curve, entry.after);
-        if (isHeld(segment))
-            entry.value = static_cast<float>(segment.y0);
+        if (isHeld(*segment))
+            entry.value = static_cast<float>(segment->y0);
         else
-            lanes.add(i, segment);
+            lanes.add(i, *segment);
     }
     lanes.solve(static_cast<double>(frame), last);
     // What is not certain is left to evaluateOne(), which has closer bounds and the literal code.

@@ -21,5 +21,6 @@ struct kvTestAccess<kvControlPointManager> {
     static bool hasForeignLinks(const List& list) { return list.foreignLinks; }
     static bool hasIdIndex(const List& list) { return list.idIndex != nullptr; }
     static bool remembersSegment(const List& list) { return list.segmentWords.words[0] != 0; }
+    static bool isPlayed(const List& list) { return list.isPlayed; }
     static int toInt(double v) { return List::d2i(v); }
 };
