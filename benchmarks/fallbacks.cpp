@@ -12,8 +12,8 @@ namespace {
 constexpr int kFrames = 1000000;
 
 void count(const kv::test::SegmentFamily& family, std::uint64_t seed) {
-    using namespace kv::detail::parts;
     using kv::detail::Segment;
+    const kv::detail::KernelParts parts = kv::test::kernelParts().back();
     kv::test::QuickRandom random(seed);
     std::uint64_t asked = 0, again = 0, fallbacks = 0;
     for (int i = 0; i < kFrames; ++i) {
@@ -21,9 +21,9 @@ void count(const kv::test::SegmentFamily& family, std::uint64_t seed) {
         const double frame = static_cast<double>(static_cast<float>(random.between(s.x0, s.x3)));
         if (!(s.x0 <= frame && frame < s.x3)) continue;
         ++asked;
-        if (fastValue(s, segmentConstants<false>(s), frame).certain) continue;
+        if (parts.isCertain(s, false, frame)) continue;
         ++again;
-        if (!fastValue(s, segmentConstants<true>(s), frame).certain) ++fallbacks;
+        if (!parts.isCertain(s, true, frame)) ++fallbacks;
     }
     const auto percent = [asked](std::uint64_t n) {
         return 100.0 * static_cast<double>(n) / static_cast<double>(asked);

@@ -22,7 +22,7 @@ struct KeyListReader;
 /// What a list remembers of the segment that was evaluated last, read and written by SegmentMemory;
 /// several threads may do so at once. A copy starts without.
 struct SegmentWords {
-    std::atomic<std::uint64_t> words[15] = {};
+    std::atomic<std::uint64_t> words[10] = {};
 };
 } // namespace kv::detail
 
@@ -265,6 +265,7 @@ class KV_ANIMATIONS_API kvControlPointManager {
     std::size_t firstAtFrame(double x) const;
     std::size_t firstAfterFrame(double x) const;
     std::size_t searchAfterFrame(double x) const;
+    std::size_t searchAfterFrame(double x, std::size_t guess) const;
     std::size_t firstWithId(int id);
     std::size_t indexOf(const kvControlPoint* cp) const;
     std::size_t linkedIndex(const kvControlPoint* link) const;

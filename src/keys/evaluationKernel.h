@@ -3,15 +3,17 @@
 /// @file
 /// The evaluation of curves, compiled once for each instruction set that it gains by. The files
 /// under kernel/ are included inside a namespace of their own for each, with KV_KERNEL_LANES set to
-/// the number of doubles that are computed with side by side:
+/// the number of doubles that are computed with side by side, and KV_KERNEL_FUSES defined where a
+/// product and a sum can be rounded at once (which multiplyAdd() does, and nothing else):
 ///
 ///     namespace kv::detail::baseline {
 ///     #define KV_KERNEL_LANES 2
 ///     #include "keys/kernel/all.inl"
 ///     }
 ///
-/// Every lane goes through the same operations as a single number, so that all of them give the
-/// same bits. This header has all that those files need.
+/// What has to have the literal bits goes through the same operations in every form and every lane;
+/// the rest has bounds that hold in all of them. So all give the same values. This header has all
+/// that those files need.
 
 #include "keys/constants.h"
 #include "keys/curveBatch.h"

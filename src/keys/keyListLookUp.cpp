@@ -37,16 +37,20 @@ std::size_t kvControlPointManager::firstAtFrame(double x) const {
     return static_cast<std::size_t>(found - cps.begin());
 }
 
-// The first key whose frame is greater, or the number of keys. A NaN is not greater than anything,
-// so the search is for lists without one: NaN frames stand at the end of a sorted list.
+// The first key whose frame is greater, or the number of keys.
 std::size_t kvControlPointManager::firstAfterFrame(double x) const {
-    if (cps.empty()) return 0;
-    if (std::isnan(cps.back().point.x) || !isKnownSorted()) {
-        const auto walked = std::find_if(cps.begin(), cps.end(),
-                                         [x](const kvControlPoint& cp) { return cp.point.x > x; });
-        return static_cast<std::size_t>(walked - cps.begin());
-    }
-    if (!(cps.back().point.x > x)) return cps.size();
+    if (kv::detail::KeyListReader::isSearchable(*this)) return searchAfterFrame(x);
+    const auto walked = std::find_if(cps.begin(), cps.end(),
+                                     [x](const kvControlPoint& cp) { return cp.point.x > x; });
+    return static_cast<std::size_t>(walked - cps.begin());
+}
+
+// The same in a list that may be searched. Keys mostly come at an even pace: the search begins
+// where the key would then be.
+std::size_t kvControlPointManager::searchAfterFrame(double x) const {
+    const std::size_t last = cps.size() - 1;
+    const double end = cps[last].point.x;
+    if (!(end > x)) return cps.size();
     // Guessing wrong costs more than counting a few.
     constexpr std::size_t kShort = 12;
     if (cps.size() <= kShort) {
@@ -55,24 +59,28 @@ std::size_t kvControlPointManager::firstAfterFrame(double x) const {
             notAfter += cp.point.x <= x ? 1U : 0U;
         return notAfter;
     }
-    if (cps.front().point.x > x) return 0;
-    return searchAfterFrame(x);
+    const double start = cps.front().point.x;
+    if (start > x) return 0;
+    const double part = (x - start) / (end - start);
+    // Infinite frames give no such part.
+    std::size_t guess = last / 2;
+    if (part >= 0.0 && part <= 1.0) {
+        const auto near = static_cast<std::ptrdiff_t>(part * static_cast<double>(last));
+        guess = (std::min)(static_cast<std::size_t>(near), last - 1);
+    }
+    if (!(cps[guess].point.x > x) && cps[guess + 1].point.x > x) return guess + 1;
+    return searchAfterFrame(x, guess);
 }
 
-// The same between the first key, which is not greater, and the last, which is. Keys mostly come at
-// an even pace: the search begins where the key would then be and doubles its steps from there
-// until it has passed it, so that it costs no more than twice a plain binary search.
-std::size_t kvControlPointManager::searchAfterFrame(double x) const {
+// The same between the first key, which is not greater, and the last, which is: doubles its steps
+// from the guess until it has passed the key, so that it costs no more than twice a plain binary
+// search.
+std::size_t kvControlPointManager::searchAfterFrame(double x, std::size_t guess) const {
     const auto isAfter = [this, x](std::size_t i) { return cps[i].point.x > x; };
     std::size_t low = 0;
     std::size_t high = cps.size() - 1;
-    const double first = cps[low].point.x;
-    const double part = (x - first) / (cps[high].point.x - first);
-    // Infinite frames give no such part.
-    std::size_t at = high / 2;
-    if (part >= 0.0 && part <= 1.0) at = static_cast<std::size_t>(part * static_cast<double>(high));
-    if (isAfter(at)) {
-        high = at;
+    if (isAfter(guess)) {
+        high = guess;
         for (std::size_t step = 1; step < high - low; step *= 2) {
             if (!isAfter(high - step)) {
                 low = high - step;
@@ -81,7 +89,7 @@ std::size_t kvControlPointManager::searchAfterFrame(double x) const {
             high -= step;
         }
     } else {
-        low = at;
+        low = guess;
         for (std::size_t step = 1; step < high - low; step *= 2) {
             if (isAfter(low + step)) {
                 high = low + step;

@@ -19,27 +19,27 @@ struct KeyListReader {
                list.order.first == list.cps.data();
     }
 
+    /// Whether, besides, no frame is a NaN, which is not greater than anything: those stand at the
+    /// end. Such a list can be searched, and has keys; any other is to be walked.
+    static bool isSearchable(const kvControlPointManager& list) {
+        return isKnownSorted(list) && list.order.endsInNumber;
+    }
+
     /// The position of the first key whose frame is greater, if that is `hint`, which may be any
     /// number, or the position behind it, and if no key is before the first or behind the last one;
     /// else 0. So the frame is within the list's range wherever this is not 0.
     static std::size_t firstAfterNear(const kvControlPointManager& list, double frame,
                                       std::size_t hint) {
-        const std::vector<kvControlPoint>& keys = list.cps;
-        // In a sorted list, keys before one that is not greater are not greater either, and a last
-        // key that is a number is not before any other.
-        if (hint - 1 >= keys.size() - 1 || !isKnownSorted(list) || !list.order.endsInNumber ||
-            !(keys[hint - 1].getPoint().x <= frame))
-            return 0;
-        if (keys[hint].getPoint().x > frame) return hint;
-        return hint + 1 < keys.size() && keys[hint + 1].getPoint().x > frame ? hint + 1 : 0;
+        return isSearchable(list) ? nearIn(list.cps, frame, hint) : 0;
     }
 
     /// The position of the first key whose frame is greater, the number of keys when there is none.
     /// Looks first where the hint says.
     static std::size_t firstAfter(const kvControlPointManager& list, double frame,
                                   std::size_t hint) {
-        const std::size_t near = firstAfterNear(list, frame, hint);
-        return near != 0 ? near : list.firstAfterFrame(frame);
+        if (!isSearchable(list)) return list.firstAfterFrame(frame);
+        const std::size_t near = nearIn(list.cps, frame, hint);
+        return near != 0 ? near : list.searchAfterFrame(frame);
     }
 
     /// Where the segment that was evaluated last ends: a hint, right or wrong.
@@ -66,6 +66,16 @@ struct KeyListReader {
     /// What else the list remembers of that segment.
     static SegmentMemory memoryOf(const kvControlPointManager& list) {
         return SegmentMemory(list.segmentWords);
+    }
+
+  private:
+    // In a sorted list, keys before one that is not greater are not greater either, and a last key
+    // that is a number is not before any other.
+    static std::size_t nearIn(const std::vector<kvControlPoint>& keys, double frame,
+                              std::size_t hint) {
+        if (hint - 1 >= keys.size() - 1 || !(keys[hint - 1].getPoint().x <= frame)) return 0;
+        if (keys[hint].getPoint().x > frame) return hint;
+        return hint + 1 < keys.size() && keys[hint + 1].getPoint().x > frame ? hint + 1 : 0;
     }
 };
 

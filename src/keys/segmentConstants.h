@@ -21,7 +21,15 @@ inline Segment segmentBetween(const kvControlPoint& a, const kvControlPoint& b) 
     return {p0.x, p0.y, p1.x, p1.y, p2.x, p2.y, p3.x, p3.y};
 }
 
-/// What the evaluation computes of a segment without asking for the frame. `a3`, `qStart`, `shift`
+/// The coefficients of a segment's cubic in time, but for the last, x0 - frame: numbers, or several
+/// side by side.
+template <class Value>
+struct Coefficients {
+    Value a3, a2, a1;
+};
+
+/// What the evaluation computes of a segment without asking for the frame; of nothing but the
+/// coefficients. `a3`, `qStart`, `shift`
 /// and `m` have the literal evaluator's bits: same operations, same association.
 struct SegmentConstants {
     double a3;          ///< leading coefficient of the cubic

@@ -11,9 +11,10 @@
 
 namespace kv::detail {
 
-/// What a curve remembers of the segment that was evaluated last: its constants beside the eight
-/// numbers they were computed from. They are used again only for a segment that
-/// has the same 64 bytes, so that nothing needs to be forgotten when keys change.
+/// What a curve remembers of the segment that was evaluated last: its constants beside the three
+/// numbers that they are computed from. They are used again only for a segment that has the same 24
+/// bytes, so that nothing needs to be forgotten when keys change. Keys at an even pace, as most
+/// have them that were captured or baked, have them in all segments.
 ///
 /// Any number of threads may use one memory at once. All of it is atomic. The sequence is odd while
 /// somebody writes; a reader that finds it odd or changed has read nothing. The words are released
@@ -23,38 +24,45 @@ class SegmentMemory {
   public:
     explicit SegmentMemory(SegmentWords& words) : _words(&words) {}
 
-    /// The constants of exactly this segment; false when they are not remembered.
-    bool recall(const Segment& s, SegmentConstants& constants) const {
+    /// The constants for exactly these coefficients; false when they are not remembered.
+    bool recall(const Coefficients<double>& a, SegmentConstants& constants) const {
         const std::uint64_t sequence = word(kSequence).load(std::memory_order_acquire);
         if ((sequence & 1U) != 0) return false;
         // Word by word in registers: going through an array costs more than the arithmetic saved.
-        if ((differs(0, s.x0) | differs(1, s.y0) | differs(2, s.x1) | differs(3, s.y1) |
-             differs(4, s.x2) | differs(5, s.y2) | differs(6, s.x3) | differs(7, s.y3)) != 0)
-            return false;
-        constants = {number(8), number(9), number(10), number(11), number(12), number(13), 0.0};
+        if ((differs(0, a.a3) | differs(1, a.a2) | differs(2, a.a1)) != 0) return false;
+        constants = {a.a3, number(3), number(4), number(5), number(6), number(7), 0.0};
         return word(kSequence).load(std::memory_order_relaxed) == sequence;
     }
 
     /// Replaces what is remembered, unless another thread is doing so. The constants must be exact.
-    void remember(const Segment& s, const SegmentConstants& c) const {
+    void remember(const Coefficients<double>& a, const SegmentConstants& c) const {
         std::uint64_t sequence = word(kSequence).load(std::memory_order_relaxed);
         if ((sequence & 1U) != 0 ||
             !word(kSequence).compare_exchange_strong(
                 sequence, sequence + 1, std::memory_order_acquire, std::memory_order_relaxed))
             return;
-        const double numbers[kNumbers] = {s.x0, s.y0, s.x1,     s.y1,    s.x2, s.y2, s.x3,
-                                          s.y3, c.a3, c.qStart, c.shift, c.m,  c.k,  c.pCubed};
+        const double numbers[kNumbers] = {a.a3, a.a2, a.a1, c.qStart, c.shift, c.m, c.k, c.pCubed};
         for (std::size_t i = 0; i < kNumbers; ++i)
             word(kFirstNumber + i).store(bitsOf(numbers[i]), std::memory_order_release);
         word(kSequence).store(sequence + 2, std::memory_order_release);
     }
 
+    /// Whether the question before this one was, in all likelihood, about the same coefficients:
+    /// then they are worth remembering.
+    bool isAskedAgain(const Coefficients<double>& a) const {
+        const std::uint64_t digest = bitsOf(a.a3) ^ (bitsOf(a.a2) << 1U) ^ (bitsOf(a.a1) << 2U);
+        if (word(kAskedLast).load(std::memory_order_relaxed) == digest) return true;
+        word(kAskedLast).store(digest, std::memory_order_relaxed);
+        return false;
+    }
+
   private:
-    // Then the numbers: the segment and its constants. At first those of no segment: one made of
-    // zeros is held and never looked up.
+    // Then the numbers: the coefficients and what follows from them. At first those of no segment:
+    // where all coefficients are 0, nothing is looked up.
     static constexpr std::size_t kSequence = 0;
-    static constexpr std::size_t kFirstNumber = 1;
-    static constexpr std::size_t kNumbers = 14;
+    static constexpr std::size_t kAskedLast = 1;
+    static constexpr std::size_t kFirstNumber = 2;
+    static constexpr std::size_t kNumbers = 8;
 
     std::atomic<std::uint64_t>& word(std::size_t i) const { return _words->words[i]; }
 

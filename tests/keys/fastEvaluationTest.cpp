@@ -20,11 +20,10 @@
 #include <vector>
 
 using namespace kv::test;
+using kv::detail::BoundedNumber;
+using kv::detail::KernelParts;
 using kv::detail::Segment;
 using kv::detail::SegmentConstants;
-using kv::detail::parts::FastValue;
-using kv::detail::parts::fastValue;
-using kv::detail::parts::segmentConstants;
 
 namespace {
 
@@ -67,9 +66,31 @@ std::string described(const Segment& s, float frame) {
     return text;
 }
 
-kv::detail::parts::BoundedValue<double>
-boundedValueOf(const Segment& s, const kv::detail::parts::BoundedRoot<double>& root) {
-    return kv::detail::parts::boundedValue(s.y0, s.y1, s.y2, s.y3, root);
+// How much of its bounds one form has ever used.
+struct Used {
+    double root = 0.0, quickRoot = 0.0, value = 0.0;
+};
+
+// Compares root and value with the literal ones as doubles.
+void expectWithinBounds(const KernelParts& parts, const Segment& s, double frame, bool exact,
+                        Used& used) {
+    const kv::detail::LiteralRoot literal =
+        kv::detail::rootLiterally(s.x0, s.x1, s.x2, s.x3, frame);
+    const BoundedNumber root = parts.rootOf(s, exact, frame);
+    const BoundedNumber value = parts.valueOf(s, root);
+    if (std::isnan(value.error) || kv::detail::parts::coefficients(s).a3 == 0) return;
+    ASSERT_TRUE(literal.found);
+    double& most = exact ? used.root : used.quickRoot;
+    most = std::max(most, std::fabs(root.value - literal.t) / root.error);
+    ASSERT_LE(std::fabs(root.value - literal.t), root.error)
+        << described(s, static_cast<float>(frame)) << (exact ? " exact" : " quick");
+    // The second part of the bound alone: as if the root were the literal one.
+    const BoundedNumber there = parts.valueOf(s, {literal.t, 0.0});
+    if (!(there.error < 1e280 && there.error > 1e-300)) return;
+    const double expected = kv::detail::valueLiterally(s.y0, s.y1, s.y2, s.y3, literal.t);
+    used.value = std::max(used.value, std::fabs(there.value - expected) / there.error);
+    ASSERT_LE(std::fabs(there.value - expected), there.error);
+    ASSERT_LE(std::fabs(value.value - expected), value.error);
 }
 
 class FastEvaluation : public ::testing::TestWithParam<std::size_t> {};
@@ -95,6 +116,7 @@ TEST_P(FastEvaluation, hasTheBitsOfTheLiteralOne) {
 
 TEST_P(FastEvaluation, rarelyFallsBack) {
     const SegmentFamily& family = segmentFamilies()[GetParam()];
+    const KernelParts parts = kernelParts().back();
     QuickRandom random(GetParam() + 101);
     std::uint64_t asked = 0, again = 0, fallbacks = 0;
     for (std::uint64_t i = 0; i < kEvaluations / 100; ++i) {
@@ -102,9 +124,9 @@ TEST_P(FastEvaluation, rarelyFallsBack) {
         const double frame = static_cast<double>(static_cast<float>(random.between(s.x0, s.x3)));
         if (!(s.x0 <= frame && frame < s.x3)) continue;
         ++asked;
-        if (fastValue(s, segmentConstants<false>(s), frame).certain) continue;
+        if (parts.isCertain(s, false, frame)) continue;
         ++again;
-        if (!fastValue(s, segmentConstants<true>(s), frame).certain) ++fallbacks;
+        if (!parts.isCertain(s, true, frame)) ++fallbacks;
     }
     const double total = static_cast<double>(asked);
     RecordProperty("exact constants needed, of a million",
@@ -114,52 +136,37 @@ TEST_P(FastEvaluation, rarelyFallsBack) {
     EXPECT_LE(static_cast<double>(fallbacks), family.fallbacksAtMost * total);
 }
 
-// The bounds themselves, which the comparison of floats can only see where they are far too small:
-// root and value are compared with the literal ones as doubles. How much of a bound was ever used
-// is recorded.
+// The bounds themselves, which the comparison of floats can only see where they are far too small.
+// How much of a bound was ever used is recorded.
 TEST_P(FastEvaluation, staysWithinItsBounds) {
     const SegmentFamily& family = segmentFamilies()[GetParam()];
+    const std::vector<KernelParts> forms = kernelParts();
+    std::vector<Used> used(forms.size());
     QuickRandom random(GetParam() + 201);
-    double ofRootError = 0.0, ofQuickRootError = 0.0, ofValueError = 0.0;
     for (std::uint64_t i = 0; i < kEvaluations / 20; ++i) {
         const Segment s = family.make(random);
         const double frame = static_cast<double>(frameOn(random, s));
-        const kv::detail::LiteralRoot literal =
-            kv::detail::rootLiterally(s.x0, s.x1, s.x2, s.x3, frame);
-        for (const bool exact : {false, true}) {
-            const SegmentConstants c =
-                exact ? segmentConstants<true>(s) : segmentConstants<false>(s);
-            const kv::detail::parts::BoundedRoot<double> root =
-                kv::detail::parts::boundedRoot(s, c, frame);
-            const kv::detail::parts::BoundedValue<double> value = boundedValueOf(s, root);
-            if (std::isnan(value.error) || c.a3 == 0) continue;
-            ASSERT_TRUE(literal.found);
-            double& used = exact ? ofRootError : ofQuickRootError;
-            used = std::max(used, std::fabs(root.t - literal.t) / root.error);
-            ASSERT_LE(std::fabs(root.t - literal.t), root.error)
-                << described(s, static_cast<float>(frame)) << (exact ? " exact" : " quick");
-            // The second part of the bound alone: as if the root were the literal one.
-            const kv::detail::parts::BoundedValue<double> there =
-                boundedValueOf(s, {literal.t, 0.0});
-            if (!(there.error < 1e280 && there.error > 1e-300)) continue;
-            const double expected = kv::detail::valueLiterally(s.y0, s.y1, s.y2, s.y3, literal.t);
-            ofValueError = std::max(ofValueError, std::fabs(there.y - expected) / there.error);
-            ASSERT_LE(std::fabs(there.y - expected), there.error);
-            ASSERT_LE(std::fabs(value.y - expected), value.error);
-        }
+        for (std::size_t form = 0; form < forms.size(); ++form)
+            for (const bool exact : {false, true})
+                expectWithinBounds(forms[form], s, frame, exact, used[form]);
+        if (HasFatalFailure()) return;
     }
-    RecordProperty("used of the root's bound", std::to_string(ofRootError));
-    RecordProperty("used of the root's bound, multiplied constants",
-                   std::to_string(ofQuickRootError));
-    RecordProperty("used of the value's bound", std::to_string(ofValueError));
+    for (std::size_t form = 0; form < forms.size(); ++form) {
+        const std::string last = ", form " + std::to_string(form);
+        RecordProperty("used of the root's bound" + last, std::to_string(used[form].root));
+        RecordProperty("used of the root's bound, multiplied constants" + last,
+                       std::to_string(used[form].quickRoot));
+        RecordProperty("used of the value's bound" + last, std::to_string(used[form].value));
+    }
 }
 
 TEST(FastConstants, multiplyingStaysWithinItsError) {
     QuickRandom random(5);
     for (int i = 0; i < 100000; ++i) {
         const Segment s = segmentFamilies()[random.next() % 12].make(random);
-        const SegmentConstants quick = segmentConstants<false>(s);
-        const SegmentConstants exact = segmentConstants<true>(s);
+        const auto a = kv::detail::parts::coefficients(s);
+        const SegmentConstants quick = kv::detail::parts::segmentConstants<false>(a);
+        const SegmentConstants exact = kv::detail::parts::segmentConstants<true>(a);
         if (!std::isfinite(exact.pCubed)) continue;
         ASSERT_TRUE(exact.isExact());
         ASSERT_LE(std::fabs(quick.pCubed - exact.pCubed), quick.pCubedError);
@@ -171,35 +178,41 @@ TEST(FastConstants, multiplyingStaysWithinItsError) {
 }
 
 TEST(FastRoot, theCubeRootIsThePowerWithTheShortExponent) {
-    QuickRandom random(6);
-    double worst = 0.0;
-    for (int i = 0; i < 200000; ++i) {
-        const double z = std::ldexp(random.between(1.0, 2.0), static_cast<int>(i % 1412) - 900);
-        const double power = std::pow(z, 0.3333333333333333);
-        worst = std::max(worst, std::fabs(kv::detail::parts::cubeRoot(z).root - power) / power);
-        ASSERT_EQ(kv::detail::parts::cubeRoot(-z).root, -kv::detail::parts::cubeRoot(z).root);
-        const double inverse = 1.0 / (power * power);
-        ASSERT_NEAR(kv::detail::parts::cubeRoot(z).inverseSquare / inverse, 1.0, 1e-4);
+    for (const KernelParts& parts : kernelParts()) {
+        QuickRandom random(6);
+        double worst = 0.0;
+        for (int i = 0; i < 200000; ++i) {
+            const double z = std::ldexp(random.between(1.0, 2.0), static_cast<int>(i % 1412) - 900);
+            const double power = std::pow(z, 0.3333333333333333);
+            worst = std::max(worst, std::fabs(parts.cubeRootOf(z) - power) / power);
+            ASSERT_EQ(parts.cubeRootOf(-z), -parts.cubeRootOf(z));
+            const double inverse = 1.0 / (power * power);
+            ASSERT_NEAR(parts.inverseSquareOf(z) / inverse, 1.0, 1e-4);
+        }
+        RecordProperty("largest difference, roundings",
+                       std::to_string(worst / kv::detail::kRounding));
+        EXPECT_LE(worst, 7 * kv::detail::kRounding);
+        for (const double z : {0.0, -0.0, 5e-324, -1e-310})
+            EXPECT_LE(std::fabs(parts.cubeRootOf(z)), 1e-102) << z;
     }
-    RecordProperty("largest difference, roundings", std::to_string(worst / kv::detail::kRounding));
-    EXPECT_LE(worst, 7 * kv::detail::kRounding);
-    for (const double z : {0.0, -0.0, 5e-324, -1e-310})
-        EXPECT_LE(std::fabs(kv::detail::parts::cubeRoot(z).root), 1e-102) << z;
 }
 
 TEST(FastRoot, thePolynomialIsTheCosineOfTwoThirdsOfTheAngle) {
-    double worst = 0.0;
-    for (int i = 0; i <= 100000; ++i) {
-        // The square of z is what the caller knows exactly.
-        const double square = i / 100000.0;
-        const long double exact =
-            std::cos(2.0L / 3.0L * std::acos(std::sqrt(static_cast<long double>(square))));
-        const double cosine = kv::detail::parts::cosOfTwoThirds(std::sqrt(square));
-        worst = std::max(worst,
-                         std::fabs(static_cast<double>(static_cast<long double>(cosine) - exact)));
+    for (const KernelParts& parts : kernelParts()) {
+        double worst = 0.0;
+        for (int i = 0; i <= 100000; ++i) {
+            // The square of z is what the caller knows exactly.
+            const double square = i / 100000.0;
+            const long double exact =
+                std::cos(2.0L / 3.0L * std::acos(std::sqrt(static_cast<long double>(square))));
+            const double cosine = parts.cosineOfTwoThirds(std::sqrt(square));
+            worst = std::max(
+                worst, std::fabs(static_cast<double>(static_cast<long double>(cosine) - exact)));
+        }
+        RecordProperty("largest difference, roundings",
+                       std::to_string(worst / kv::detail::kRounding));
+        EXPECT_LE(worst, 5 * kv::detail::kRounding);
     }
-    RecordProperty("largest difference, roundings", std::to_string(worst / kv::detail::kRounding));
-    EXPECT_LE(worst, 5 * kv::detail::kRounding);
 }
 
 INSTANTIATE_TEST_SUITE_P(Families, FastEvaluation,

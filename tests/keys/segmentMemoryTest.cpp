@@ -9,6 +9,8 @@
 #include "support/allocationCount.h"
 #include "support/segmentFamilies.h"
 
+#include <kvAnimationCurve.h>
+
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -22,7 +24,6 @@
 using namespace kv::test;
 using kv::detail::evaluateCurve;
 using kv::detail::evaluateCurveLiterally;
-using kv::detail::Segment;
 using kv::detail::SegmentConstants;
 using kv::detail::SegmentMemory;
 using kv::detail::SegmentWords;
@@ -35,17 +36,14 @@ std::uint32_t bits(float v) {
     return result;
 }
 
-constexpr Segment kSegment{0.0, 1.0, 3.0, 2.0, 6.0, 3.0, 10.0, 4.0};
+using CoefficientsOfTime = kv::detail::Coefficients<double>;
+
+constexpr CoefficientsOfTime kCoefficients{1.0, 0.5, 9.0};
 constexpr SegmentConstants kConstants{1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 0.0}; // exact
 
-double& numberOf(Segment& s, std::size_t i) {
-    double* const all[] = {&s.x0, &s.y0, &s.x1, &s.y1, &s.x2, &s.y2, &s.x3, &s.y3};
-    return *all[i];
-}
-
-bool recalls(const SegmentMemory& memory, const Segment& segment) {
+bool recalls(const SegmentMemory& memory, const CoefficientsOfTime& a) {
     SegmentConstants found{};
-    return memory.recall(segment, found);
+    return memory.recall(a, found);
 }
 
 /// Keys ten frames apart with handles that make every branch of the evaluation occur.
@@ -67,53 +65,57 @@ std::unique_ptr<OpenKeyList> variedCurve(int keys) {
 TEST(SegmentMemory, recallsWhatItWasGiven) {
     SegmentWords words;
     const SegmentMemory memory(words);
-    EXPECT_FALSE(recalls(memory, kSegment));
-    memory.remember(kSegment, kConstants);
+    EXPECT_FALSE(recalls(memory, kCoefficients));
+    memory.remember(kCoefficients, kConstants);
     SegmentConstants found{};
-    ASSERT_TRUE(memory.recall(kSegment, found));
+    ASSERT_TRUE(memory.recall(kCoefficients, found));
     EXPECT_EQ(std::memcmp(&found, &kConstants, sizeof found), 0);
 }
 
-TEST(SegmentMemory, anyOtherBitIsAnotherSegment) {
+TEST(SegmentMemory, anyOtherBitIsAnotherCubic) {
     SegmentWords words;
     const SegmentMemory memory(words);
-    memory.remember(kSegment, kConstants);
-    for (std::size_t i = 0; i < 8; ++i) {
-        Segment next = kSegment;
-        numberOf(next, i) = std::nextafter(numberOf(next, i), 100.0);
-        EXPECT_FALSE(recalls(memory, next)) << i;
+    memory.remember(kCoefficients, kConstants);
+    for (double CoefficientsOfTime::*const one :
+         {&CoefficientsOfTime::a3, &CoefficientsOfTime::a2, &CoefficientsOfTime::a1}) {
+        CoefficientsOfTime next = kCoefficients;
+        next.*one = std::nextafter(next.*one, 100.0);
+        EXPECT_FALSE(recalls(memory, next));
     }
-    Segment negativeZero = kSegment;
-    negativeZero.x0 = -0.0;
-    EXPECT_FALSE(recalls(memory, negativeZero)) << "equal, but not the same bytes";
-    EXPECT_TRUE(recalls(memory, kSegment));
+    memory.remember({1.0, 0.0, 9.0}, kConstants);
+    EXPECT_TRUE(recalls(memory, {1.0, 0.0, 9.0}));
+    EXPECT_FALSE(recalls(memory, {1.0, -0.0, 9.0})) << "equal, but not the same bytes";
 }
 
 TEST(SegmentMemory, aNotANumberIsRecalledByItsBytes) {
     SegmentWords words;
     const SegmentMemory memory(words);
-    Segment segment = kSegment;
-    segment.y1 = kNaN;
-    memory.remember(segment, kConstants);
-    EXPECT_TRUE(recalls(memory, segment));
+    memory.remember({1.0, kNaN, 9.0}, kConstants);
+    EXPECT_TRUE(recalls(memory, {1.0, kNaN, 9.0}));
 }
 
-TEST(SegmentMemory, theLatestSegmentReplacesTheOneBefore) {
+TEST(SegmentMemory, theLatestReplacesTheOneBefore) {
     SegmentWords words;
     const SegmentMemory memory(words);
-    memory.remember(kSegment, kConstants);
-    Segment other = kSegment;
-    other.x3 = 11.0;
-    memory.remember(other, kConstants);
-    EXPECT_FALSE(recalls(memory, kSegment));
-    EXPECT_TRUE(recalls(memory, other));
+    memory.remember(kCoefficients, kConstants);
+    memory.remember({1.0, 0.5, 11.0}, kConstants);
+    EXPECT_FALSE(recalls(memory, kCoefficients));
+    EXPECT_TRUE(recalls(memory, {1.0, 0.5, 11.0}));
+}
+
+TEST(SegmentMemory, tellsWhenTheSameIsAskedAgain) {
+    SegmentWords words;
+    const SegmentMemory memory(words);
+    EXPECT_FALSE(memory.isAskedAgain(kCoefficients));
+    EXPECT_TRUE(memory.isAskedAgain(kCoefficients));
+    EXPECT_FALSE(memory.isAskedAgain({1.0, 0.5, 11.0}));
+    EXPECT_FALSE(memory.isAskedAgain(kCoefficients));
 }
 
 TEST(SegmentMemory, readersNeverSeeHalfAnEntry) {
     // Every number of an entry is the same, so that a mixture of two shows.
     const auto entry = [](double v) {
-        return std::make_pair(Segment{v, v, v, v, v, v, v, v},
-                              SegmentConstants{v, v, v, v, v, v, 0.0});
+        return std::make_pair(CoefficientsOfTime{v, v, v}, SegmentConstants{v, v, v, v, v, v, 0.0});
     };
     SegmentWords words;
     const SegmentMemory memory(words);
@@ -125,11 +127,11 @@ TEST(SegmentMemory, readersNeverSeeHalfAnEntry) {
             const auto mine = entry(1.0 + (i + thread) % 3);
             if (i % 4 == 0) memory.remember(mine.first, mine.second);
             SegmentConstants seen{};
-            const Segment asked = entry(1.0 + i % 3).first;
+            const CoefficientsOfTime asked = entry(1.0 + i % 3).first;
             if (!memory.recall(asked, seen)) continue;
             found.fetch_add(1, std::memory_order_relaxed);
             for (const double v : {seen.a3, seen.qStart, seen.shift, seen.m, seen.k, seen.pCubed})
-                if (v != asked.x0) mixtures.fetch_add(1, std::memory_order_relaxed);
+                if (v != asked.a3) mixtures.fetch_add(1, std::memory_order_relaxed);
         }
     };
     std::vector<std::thread> threads;
@@ -175,6 +177,30 @@ TEST(RememberedSegment, editsThatNobodyCountsAreSeen) {
     const float after = evaluateCurve(list.get(), 4.0F);
     EXPECT_EQ(bits(after), bits(evaluateCurveLiterally(list.get(), 4.0F)));
     EXPECT_NE(after, before);
+}
+
+// Keys at an even pace have the same cubic in time everywhere: what is remembered of one segment
+// does for all, whatever their values are.
+TEST(RememberedSegment, servesAllSegmentsOfTheSameShape) {
+    kvAnimationCurve curve;
+    for (int i = 0; i < 50; ++i) {
+        const float x = 10.0F * static_cast<float>(i);
+        const float y = static_cast<float>(i * i % 17);
+        curve.importControlPoint(x, y, x - 4.0F, y + 1.0F, x + 3.0F, y - 1.0F, 6);
+    }
+    QuickRandom random(3);
+    const auto evaluateAnywhere = [&] {
+        const auto frame = static_cast<float>(random.between(0.0, 490.0));
+        ASSERT_EQ(bits(evaluateCurve(&curve, frame)), bits(evaluateCurveLiterally(&curve, frame)));
+    };
+    evaluateAnywhere();
+    EXPECT_FALSE(State::remembersSegment(curve)) << "may never be needed again";
+    evaluateAnywhere();
+    EXPECT_TRUE(State::remembersSegment(curve));
+    const std::uint64_t written = State::rememberedSegments(curve);
+    for (int i = 0; i < 1000; ++i)
+        evaluateAnywhere();
+    EXPECT_EQ(State::rememberedSegments(curve), written);
 }
 
 TEST(RememberedSegment, copiesRememberForThemselves) {

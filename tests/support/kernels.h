@@ -1,9 +1,30 @@
 #pragma once
 
 // The parts of curve evaluation, for those who look at more than its result: as the library has
-// them on any processor, and the plain form without vectors.
+// them on any processor, the plain form without vectors, and the form that rounds products and sums
+// at once.
 
 #include "keys/evaluationKernel.h"
+
+#include <vector>
+
+namespace kv::detail {
+
+struct BoundedNumber {
+    double value, error;
+};
+
+/// The steps of one compiled form.
+struct KernelParts {
+    BoundedNumber (*rootOf)(const Segment& s, bool exact, double frame);
+    BoundedNumber (*valueOf)(const Segment& s, BoundedNumber root);
+    bool (*isCertain)(const Segment& s, bool exact, double frame);
+    double (*cubeRootOf)(double z);
+    double (*inverseSquareOf)(double z); ///< roughly |z|^(-2/3)
+    double (*cosineOfTwoThirds)(double z);
+};
+
+} // namespace kv::detail
 
 namespace kv::detail::plain {
 #define KV_KERNEL_LANES 1
@@ -17,4 +38,42 @@ namespace kv::detail::parts {
 #define KV_KERNEL_LANES 1
 #endif
 #include "keys/kernel/all.inl"
+
+#include "support/kernelParts.inl"
 } // namespace kv::detail::parts
+
+#if defined(__x86_64__) && defined(__GNUC__)
+#define KV_TEST_FUSED
+#if defined(__clang__)
+#pragma clang attribute push(__attribute__((target("avx2,fma"))), apply_to = function)
+#else
+#pragma GCC push_options
+#pragma GCC target("avx2,fma")
+#endif
+namespace kv::detail::fused {
+#define KV_KERNEL_LANES 4
+#define KV_KERNEL_FUSES
+#include "keys/kernel/all.inl"
+
+#include "support/kernelParts.inl"
+} // namespace kv::detail::fused
+#if defined(__clang__)
+#pragma clang attribute pop
+#else
+#pragma GCC pop_options
+#endif
+#endif
+
+namespace kv::test {
+
+/// Those that this processor can run.
+inline std::vector<kv::detail::KernelParts> kernelParts() {
+    std::vector<kv::detail::KernelParts> found = {kv::detail::parts::kParts};
+#if defined(KV_TEST_FUSED)
+    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma"))
+        found.push_back(kv::detail::fused::kParts);
+#endif
+    return found;
+}
+
+} // namespace kv::test

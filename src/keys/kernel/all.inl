@@ -12,3 +12,4 @@
 #include "keys/kernel/batch.inl"
 
 #undef KV_KERNEL_LANES
+#undef KV_KERNEL_FUSES

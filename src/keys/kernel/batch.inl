@@ -68,7 +68,8 @@ class Lanes {
     /// As boundedRoot() for each lane. Neighbouring curves mostly have the same number of roots.
     KV_KERNEL_INLINE BoundedRoot<Number> rootAt(std::size_t lane, double frame) const {
         const Number x0 = at(0, lane);
-        const Cubic<Number> cubic = cubicThrough(x0, at(1, lane), at(2, lane), at(3, lane));
+        const Cubic<Number> cubic =
+            cubicWith(coefficients(x0, at(1, lane), at(2, lane), at(3, lane)));
         const Number pCubed = cubic.third * cubic.third * cubic.third;
         const Depressed<Number> d = depressed<Number>(cubic.qStart, (x0 - frame) / cubic.a3, pCubed,
                                                       kCubeError * absolute(pCubed));

@@ -38,13 +38,19 @@ KV_KERNEL_INLINE Quotients<double> quotients(const double& a3, const double& a2,
 #endif
 
 template <class Value>
-KV_KERNEL_INLINE Cubic<Value> cubicThrough(const Value& x0, const Value& x1, const Value& x2,
-                                           const Value& x3) {
-    const Value a3 = 3.0 * x1 - x0 - 3.0 * x2 + x3;
-    const Value a2 = -6.0 * x1 + 3.0 * x0 + 3.0 * x2;
-    const Value a1 = 3.0 * x1 - 3.0 * x0;
-    const Quotients<Value> q = quotients(a3, a2, a1);
-    return {a3, q.first - q.second, q.shift, q.p / 3.0};
+KV_KERNEL_INLINE Coefficients<Value> coefficients(const Value& x0, const Value& x1, const Value& x2,
+                                                  const Value& x3) {
+    return {3.0 * x1 - x0 - 3.0 * x2 + x3, -6.0 * x1 + 3.0 * x0 + 3.0 * x2, 3.0 * x1 - 3.0 * x0};
+}
+
+KV_KERNEL_INLINE Coefficients<double> coefficients(const Segment& s) {
+    return coefficients(s.x0, s.x1, s.x2, s.x3);
+}
+
+template <class Value>
+KV_KERNEL_INLINE Cubic<Value> cubicWith(const Coefficients<Value>& a) {
+    const Quotients<Value> q = quotients(a.a3, a.a2, a.a1);
+    return {a.a3, q.first - q.second, q.shift, q.p / 3.0};
 }
 
 /// Of (p / 3)^3 as pow errs by at most 2 ulp, which is 4 roundings, two multiplications differ by
@@ -64,8 +70,8 @@ KV_KERNEL_INLINE Value scaleOfRatio(const Value& minusThirdCubed) {
 
 /// With one true, calls pow as the literal evaluator does; else multiplies, which is quicker.
 template <bool exact>
-KV_KERNEL_INLINE SegmentConstants segmentConstants(const Segment& s) {
-    const Cubic<double> cubic = cubicThrough(s.x0, s.x1, s.x2, s.x3);
+KV_KERNEL_INLINE SegmentConstants segmentConstants(const Coefficients<double>& a) {
+    const Cubic<double> cubic = cubicWith(a);
     const double third = cubic.third;
     SegmentConstants c{};
     c.a3 = cubic.a3;

@@ -4,39 +4,42 @@ KV_KERNEL_INLINE bool isHeld(const Segment& s) {
     return s.x0 == s.x1 && s.x2 == s.x3 && s.y0 == s.y1 && s.y2 == s.y3;
 }
 
-// Each of the next three is a function by itself, so that the compiler keeps its numbers in
-// registers and not those of the others in memory.
+/// Where a frame lies.
+struct Place {
+    const kvControlPointManager& list;
+    std::size_t after; ///< the key at which its segment ends
+};
 
-KV_KERNEL_SEPARATE SegmentConstants computedConstants(const Segment& segment,
-                                                      const SegmentMemory& memory) {
-    const SegmentConstants constants = segmentConstants<true>(segment);
-    memory.remember(segment, constants);
-    return constants;
+KV_KERNEL_INLINE Segment segmentAt(const Place& at) {
+    const std::vector<kvControlPoint>& keys = at.list.getCPs();
+    return segmentBetween(keys[at.after - 1], keys[at.after]);
 }
 
-/// The value in the segment that ends at `after`, by exact constants, which are remembered: the
-/// frames around this one will need them, too.
-KV_KERNEL_SEPARATE float valueByConstants(const kvControlPointManager& list, std::size_t after,
-                                          float frame) {
-    const std::vector<kvControlPoint>& keys = list.getCPs();
-    const Segment segment = segmentBetween(keys[after - 1], keys[after]);
-    const SegmentMemory memory = KeyListReader::memoryOf(list);
-    SegmentConstants constants;
-    if (!memory.recall(segment, constants)) constants = computedConstants(segment, memory);
+// Each of the next three is a function by itself, so that the compiler keeps the numbers of the
+// usual way in registers and not those of the others in memory.
+
+KV_KERNEL_SEPARATE float literalValue(const Place& at, float frame) {
+    const std::vector<kvControlPoint>& keys = at.list.getCPs();
+    return evaluateSegmentLiterally(keys[at.after - 1], keys[at.after], frame);
+}
+
+/// By exact constants, which are remembered: the frames around this one will need them, too.
+KV_KERNEL_SEPARATE float valueByNewConstants(const Place& at, float frame) {
+    const Segment segment = segmentAt(at);
+    const Coefficients<double> a = coefficients(segment);
+    const SegmentConstants constants = segmentConstants<true>(a);
+    KeyListReader::memoryOf(at.list).remember(a, constants);
     const FastValue fast = fastValue(segment, constants, static_cast<double>(frame));
-    if (fast.certain) return fast.value;
-    return evaluateSegmentLiterally(keys[after - 1], keys[after], frame);
+    return fast.certain ? fast.value : literalValue(at, frame);
 }
 
-/// The same in a segment that was not evaluated just before and may not be again: by constants that
-/// are quicker to compute, where that does.
-KV_KERNEL_SEPARATE float valueAtOnce(const kvControlPointManager& list, std::size_t after,
-                                     float frame) {
-    const std::vector<kvControlPoint>& keys = list.getCPs();
-    const Segment segment = segmentBetween(keys[after - 1], keys[after]);
-    const FastValue fast =
-        fastValue(segment, segmentConstants<false>(segment), static_cast<double>(frame));
-    return fast.certain ? fast.value : valueByConstants(list, after, frame);
+/// In a segment that was not evaluated just before, nor any with the same cubic, and may not be
+/// again: by constants that are quicker to compute, where that does.
+KV_KERNEL_SEPARATE float valueAtOnce(const Place& at, float frame) {
+    const Segment segment = segmentAt(at);
+    const FastValue fast = fastValue(segment, segmentConstants<false>(coefficients(segment)),
+                                     static_cast<double>(frame));
+    return fast.certain ? fast.value : valueByNewConstants(at, frame);
 }
 
 /// See curveEvaluation.h.
@@ -48,8 +51,17 @@ inline float evaluateOne(const kvControlPointManager* curve, float frame) {
     if (after == 0) return static_cast<float>(keys.front().getPoint().y);
     if (after == keys.size()) return static_cast<float>(keys.back().getPoint().y);
 
+    const Place at{*curve, after};
     const bool isNew = KeyListReader::setSegmentEnd(*curve, after);
-    const Segment segment = segmentBetween(keys[after - 1], keys[after]);
+    const Segment segment = segmentAt(at);
     if (isHeld(segment)) return static_cast<float>(segment.y0);
-    return isNew ? valueAtOnce(*curve, after, frame) : valueByConstants(*curve, after, frame);
+    const Coefficients<double> a = coefficients(segment);
+    const SegmentMemory memory = KeyListReader::memoryOf(*curve);
+    SegmentConstants constants;
+    if (memory.recall(a, constants)) {
+        const FastValue fast = fastValue(segment, constants, static_cast<double>(frame));
+        return fast.certain ? fast.value : literalValue(at, frame);
+    }
+    if (memory.isAskedAgain(a) || !isNew) return valueByNewConstants(at, frame);
+    return valueAtOnce(at, frame);
 }

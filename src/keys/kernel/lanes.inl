@@ -77,6 +77,52 @@ KV_KERNEL_INLINE Number squareRoot(const Number& value) {
 }
 #endif
 
+/// a * b + c for numbers that need not have the literal bits: where the processor can do it in one
+/// step it is rounded once instead of twice, so that bounds for two roundings hold.
+KV_KERNEL_INLINE double multiplyAdd(double a, double b, double c) {
+#if defined(KV_KERNEL_FUSES)
+    return __builtin_fma(a, b, c);
+#else
+    return a * b + c;
+#endif
+}
+
+#if KV_KERNEL_LANES > 1
+KV_KERNEL_INLINE Pair multiplyAdd(const Pair& a, const Pair& b, const Pair& c) {
+#if defined(KV_KERNEL_FUSES)
+    return static_cast<Pair>(
+        _mm_fmadd_pd(static_cast<__m128d>(a), static_cast<__m128d>(b), static_cast<__m128d>(c)));
+#else
+    return a * b + c;
+#endif
+}
+#endif
+
+#if KV_KERNEL_LANES == 4
+KV_KERNEL_INLINE Number multiplyAdd(const Number& a, const Number& b, const Number& c) {
+#if defined(KV_KERNEL_FUSES)
+    return static_cast<Number>(
+        _mm256_fmadd_pd(static_cast<__m256d>(a), static_cast<__m256d>(b), static_cast<__m256d>(c)));
+#else
+    return a * b + c;
+#endif
+}
+#endif
+
+/// The same with a constant for one or two of the three.
+template <class Value>
+KV_KERNEL_INLINE Value multiplyAdd(const Value& a, double b, double c) {
+    return multiplyAdd(a, Value{} + b, Value{} + c);
+}
+template <class Value>
+KV_KERNEL_INLINE Value multiplyAdd(const Value& a, double b, const Value& c) {
+    return multiplyAdd(a, Value{} + b, c);
+}
+template <class Value>
+KV_KERNEL_INLINE Value multiplyAdd(const Value& a, const Value& b, double c) {
+    return multiplyAdd(a, b, Value{} + c);
+}
+
 KV_KERNEL_INLINE bool isAnyTrue(bool mask) {
     return mask;
 }

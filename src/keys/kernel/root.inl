@@ -31,7 +31,7 @@ struct CubeRoot {
 /// u y makes another 0.67e; the subtraction is exact. |h| <= 2.1e-5, so the first term left out of
 /// the series, 110/243 h^4, is 0.001e. The exponent falls short of a third, which makes the power
 /// smaller by kLackOfThird for each binary digit of z; half a digit is rounded off: 0.06e. The last
-/// sum is rounded by e. Together 2.5e.
+/// sum is rounded by e. Together 2.5e; a little less where products and sums are rounded at once.
 template <class Value>
 KV_KERNEL_INLINE CubeRoot<Value> cubeRoot(const Value& z) {
     // Small whole numbers become doubles, and doubles whole numbers, by way of the last digits of
@@ -44,25 +44,27 @@ KV_KERNEL_INLINE CubeRoot<Value> cubeRoot(const Value& z) {
     const Value m = fromBits<Value>((bits & 0x000FFFFFFFFFFFFFU) | 0x3FF0000000000000U);
     // A third of the exponent, rounded down: a third of one less lies within 1/3 of that. The bias,
     // 1023, is a multiple of 3.
-    const Value cubesAsLastDigits = (exponent - 1.0) * (1.0 / 3.0) + kRoundsToWhole;
-    const Value octave = exponent - 3.0 * (cubesAsLastDigits - kRoundsToWhole);
+    const Value cubesAsLastDigits = multiplyAdd(exponent - 1.0, 1.0 / 3.0, kRoundsToWhole);
+    const Value octave = multiplyAdd(cubesAsLastDigits - kRoundsToWhole, -3.0, exponent);
 
     const double* const p = kInverseRoot;
     const double* const o = kInverseRootOfOctave;
-    const Value f = m * (1.0 + octave * (0.5 + 0.5 * octave)); // times 1, 2 or 4
+    const Value f = m * multiplyAdd(octave, multiplyAdd(octave, 0.5, 0.5), 1.0); // by 1, 2 or 4
     const Value m2 = m * m;
-    const Value y = ((p[0] + p[1] * m) + m2 * ((p[2] + p[3] * m) + m2 * (p[4] + p[5] * m))) *
-                    (o[0] + octave * (o[1] + o[2] * octave));
+    const Value ofMantissa =
+        multiplyAdd(m2, multiplyAdd(m2, multiplyAdd(m, p[5], p[4]), multiplyAdd(m, p[3], p[2])),
+                    multiplyAdd(m, p[1], p[0]));
+    const Value y = ofMantissa * multiplyAdd(octave, multiplyAdd(octave, o[2], o[1]), o[0]);
     const Value u = f * y * y;
-    const Value h = 1.0 - u * y;
-    const Value more = (h * (2.0 / 3.0) - kLackOfThird * (exponent - 1022.5)) +
-                       h * h * (5.0 / 9.0 + h * (40.0 / 81.0));
+    const Value h = multiplyAdd(-u, y, 1.0);
+    const Value more = multiplyAdd(h * h, multiplyAdd(h, 40.0 / 81.0, 5.0 / 9.0),
+                                   multiplyAdd(h, 2.0 / 3.0, -kLackOfThird * (exponent - 1022.5)));
     const auto cubes = bitsOf(cubesAsLastDigits) << 52U; // the digits before them drop out
     const Value scale = fromBits<Value>((cubes + (std::uint64_t{1023 - 341} << 52U)) |
                                         (bits & 0x8000000000000000U));
     const Value down = fromBits<Value>((std::uint64_t{1023 + 341} << 52U) - cubes);
     const Value scaled = u * scale;
-    return {scaled + scaled * more, (y * down) * (y * down)};
+    return {multiplyAdd(scaled, more, scaled), (y * down) * (y * down)};
 }
 
 /// Those of both radicands of one cubic.
@@ -104,8 +106,8 @@ KV_KERNEL_INLINE BoundedRoot<Value> oneRealRoot(const Value& q, const Value& dis
     const CubeRoot<Value>& u = roots.u;
     const CubeRoot<Value>& v = roots.v;
     const Value t = u.root + v.root - shift;
-    const Value error =
-        kRounding * (12.0 * (absolute(u.root) + absolute(v.root)) + 4.0 * absolute(t));
+    const Value error = multiplyAdd(absolute(t), 4.0 * kRounding,
+                                    12.0 * kRounding * (absolute(u.root) + absolute(v.root)));
     if constexpr (exact) return {t, error};
     const Value rError = discriminantError / r + 2.1 * kRounding * r;
     const Value uError = rError + 2.1 * kRounding * absolute(zu);
@@ -129,12 +131,14 @@ KV_KERNEL_INLINE Value cosOfTwoThirds(const Value& z) {
     const Value w2 = w * w;
     const Value w4 = w2 * w2;
     const Value w8 = w4 * w4;
-    const Value low = (c[1] + c[2] * w) + (c[3] + c[4] * w) * w2 +
-                      ((c[5] + c[6] * w) + (c[7] + c[8] * w) * w2) * w4;
-    const Value high = (c[9] + c[10] * w) + (c[11] + c[12] * w) * w2 +
-                       ((c[13] + c[14] * w) + (c[15] + c[16] * w) * w2) * w4;
-    const Value top = (c[17] + c[18] * w) + c[19] * w2;
-    return c[0] + w * (low + w8 * (high + w8 * top));
+    const auto four = [&](int first) {
+        return multiplyAdd(multiplyAdd(w, c[first + 3], c[first + 2]), w2,
+                           multiplyAdd(w, c[first + 1], c[first]));
+    };
+    const Value low = multiplyAdd(four(5), w4, four(1));
+    const Value high = multiplyAdd(four(13), w4, four(9));
+    const Value top = multiplyAdd(w2, c[19], multiplyAdd(w, c[18], c[17]));
+    return multiplyAdd(w, multiplyAdd(w8, multiplyAdd(w8, top, high), low), c[0]);
 }
 
 /// sqrt(1 - c^2); rounding may have led c past 1.

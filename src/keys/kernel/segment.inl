@@ -28,10 +28,11 @@ KV_KERNEL_INLINE BoundedValue<Value> boundedValue(const Value& y0, const Value& 
     const Value step3 = y3 - y2;
     const Value bend1 = step2 - step1;
     const Value bend2 = step3 - step2;
-    const Value y = (y0 + 3.0 * step1 * t) + t * t * (3.0 * bend1 + (bend2 - bend1) * t);
+    const Value y = multiplyAdd(t * t, multiplyAdd(bend2 - bend1, t, 3.0 * bend1),
+                                multiplyAdd(3.0 * step1, t, y0));
     const Value steps = absolute(step1) + absolute(step2) + absolute(step3);
     const Value values = absolute(y0) + absolute(y1) + absolute(y2) + absolute(y3);
-    const Value error = 4.0 * root.error * steps + 200.0 * kRounding * values;
+    const Value error = multiplyAdd(4.0 * root.error, steps, 200.0 * kRounding * values);
     const Value unknown = Value{} + std::numeric_limits<double>::quiet_NaN();
     const auto isKnown = (root.error <= 1.0 / 64) & (t >= -0.125) & (t <= 1.125);
     return {y, isKnown ? error : unknown};

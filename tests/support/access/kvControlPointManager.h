@@ -20,7 +20,9 @@ struct kvTestAccess<kvControlPointManager> {
     static bool isKnownLinked(const List& list) { return list.isKnownLinked(); }
     static bool hasForeignLinks(const List& list) { return list.foreignLinks; }
     static bool hasIdIndex(const List& list) { return list.idIndex != nullptr; }
-    static bool remembersSegment(const List& list) { return list.segmentWords.words[0] != 0; }
+    static bool remembersSegment(const List& list) { return rememberedSegments(list) != 0; }
+    /// How often the list has remembered a segment, twice.
+    static std::uint64_t rememberedSegments(const List& list) { return list.segmentWords.words[0]; }
     static bool isPlayed(const List& list) { return list.isPlayed; }
     static int toInt(double v) { return List::d2i(v); }
 };
