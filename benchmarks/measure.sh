@@ -35,8 +35,11 @@ suite() {
         "$work/$1.json" > "$work/$1.txt"
 }
 
-# of PROGRAM NAME: one figure of a suite, empty when it was not measured.
-of() { awk -v n="$2" '$1 == n { print $2 }' "$work/$1.txt"; }
+# once PROGRAM NAME: one benchmark of a suite, alone; nanoseconds.
+once() {
+    "$bin/$1" --benchmark_filter="^$2\$" --benchmark_min_time=0.1 --benchmark_format=csv \
+        2> "$work/once.err" | awk -F, '/^"/ { print $4 }'
+}
 
 # note TEXT: a line below the table.
 note() { printf '%s\n' "$1" | tee -a "$work/notes.txt"; }

@@ -21,19 +21,26 @@ for depth in 1 2 4; do
         "the same of 100 blocks"
 done
 
-# besidePeer HOW N: medians of a tick of N curves, here and in the peer's way HOW, taken in turns,
-# into ${here} and ${there}; the latter is empty when the peer is not installed.
+# besidePeer HOW N...: ticks of each number of curves, here and in the peer's way HOW, all taken in
+# turns, because the machine is not equally quick all the time; the medians into here[N] and
+# there[N]. The latter is empty when the peer is not installed.
+declare -A here there
 besidePeer() {
-    local i
-    : > "$work/here.txt"
-    : > "$work/there.txt"
+    local how=$1 i n
+    shift
+    rm -f "$work"/here.*.txt "$work"/there.*.txt
     for ((i = 0; i < runs; ++i)); do
-        "$bin/kv_bench_scene_tick" curves "$2" >> "$work/here.txt"
-        [[ ! -x $bin/kv_bench_peer_scene_tick ]] ||
-            "$bin/kv_bench_peer_scene_tick" "$1" "$2" >> "$work/there.txt"
+        for n in "$@"; do
+            "$bin/kv_bench_scene_tick" curves "$n" >> "$work/here.$n.txt"
+            [[ ! -x $bin/kv_bench_peer_scene_tick ]] ||
+                "$bin/kv_bench_peer_scene_tick" "$how" "$n" >> "$work/there.$n.txt"
+        done
     done
-    here=$(median < "$work/here.txt")
-    there=$(median < "$work/there.txt")
+    for n in "$@"; do
+        here[$n]=$(median < "$work/here.$n.txt")
+        there[$n]=
+        [[ ! -f $work/there.$n.txt ]] || there[$n]=$(median < "$work/there.$n.txt")
+    done
 }
 
 sceneTick() { # MODE N: the median over fresh processes
@@ -41,17 +48,15 @@ sceneTick() { # MODE N: the median over fresh processes
     for ((i = 0; i < runs; ++i)); do "$bin/kv_bench_scene_tick" "$@"; done | median
 }
 
-declare -A eachCurve
+besidePeer stacked 1000 10000 100000
 for curves in 1000 10000 100000; do
-    besidePeer stacked "$curves"
-    eachCurve[$curves]=$here
     ratio "a tick of a clip of $((curves / 10)) blocks with 10 curves of 100 keys, written and read, a curve" \
-        "$here" "$there" 1.0 ns "OpenSceneGraph's animation manager and stacked transforms"
+        "${here[$curves]}" "${there[$curves]}" 1.0 ns "OpenSceneGraph's animation manager and stacked transforms"
 done
+ratio "a curve of the tick of 100,000" "${here[100000]}" "${here[1000]}" 2.5 ns "of 1,000"
 note "With the keys of each curve at other frames than those beside it, so that no two curves share what is found about a frame: $(sceneTick staggered 1000) ns a curve at 1,000, $(sceneTick staggered 10000) ns at 10,000."
 besidePeer callback 10000
-note "A tick of 10,000 curves beside OpenSceneGraph with a callback that makes each matrix at once: $here ns a curve, there ${there:-not measured}."
-ratio "a curve of the tick of 100,000" "${eachCurve[100000]}" "${eachCurve[1000]}" 2.5 ns "of 1,000"
+note "A tick of 10,000 curves beside OpenSceneGraph with a callback that makes each matrix at once: ${here[10000]} ns a curve, there ${there[10000]:-not measured}."
 note "A tick of 100,000 curves with GLIBC_TUNABLES=glibc.malloc.hugetlb=1, by which the C library asks for large pages: $(GLIBC_TUNABLES=glibc.malloc.hugetlb=1 sceneTick curves 100000) ns a curve."
 ratio "tick 36,000 of a global playback" "$(sceneTick global 36000)" "$(sceneTick global 60)" 1.2 ns "tick 60"
 figure "allocations of 100 warm ticks of a clip of 1000 blocks" "$(sceneTick allocations 10000)" 0 ""
