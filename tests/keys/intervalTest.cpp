@@ -5,9 +5,13 @@
 #include "keys/keyListReader.h"
 #include "keys/museum.h"
 
+#include <kvAnimationCurve.h>
+#include <kvAnimationManager2.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <random>
 #include <vector>
@@ -163,6 +167,40 @@ TEST(Interval, aRememberedPlaceEqualsWalkingOnRandomEdits) {
     }
     EXPECT_GT(known, 100);
     EXPECT_LT(known, 600);
+}
+
+// A NaN is not greater than anything, so a search that looks at the end first finds nothing.
+TEST(Interval, aListWhoseLastFramesBecomeNaNsIsWalked) {
+    kvAnimationManager2& manager = kvAnimationManager2::_the;
+    const auto select = [](kvAnimationCurve& curve, std::size_t first) {
+        for (std::size_t i = first; i < keysOf(curve).size(); ++i)
+            State::keys(curve)[i].setSelected(true);
+    };
+    const std::function<void(kvAnimationCurve&)> edits[] = {
+        [](kvAnimationCurve& curve) { curve.insertCP(kNaN, 1.0); },
+        [](kvAnimationCurve& curve) {
+            curve.moveCPTo(&State::keys(curve)[3], std::numeric_limits<float>::quiet_NaN(), 1.0F);
+        },
+        [](kvAnimationCurve& curve) {
+            curve.snap2Integer(State::keys(curve).back(), kNaN, 1.0, false, false);
+        },
+        [&](kvAnimationCurve& curve) { // all of the last half at once
+            select(curve, 10);
+            manager.setSelectedCurves({&curve});
+            manager.changeFrameOfSelectedCPs(std::numeric_limits<float>::quiet_NaN());
+            manager.setSelectedCurves({});
+        }};
+    std::mt19937 random(13);
+    for (const auto& edit : edits) {
+        kvAnimationCurve curve;
+        for (int i = 0; i < 20; ++i)
+            curve.insertCP(10.0 * i, 0.0);
+        edit(curve);
+        ASSERT_TRUE(std::isnan(keysOf(curve).back().getPoint().x));
+        ASSERT_TRUE(State::isKnownSorted(curve));
+        for (const double frame : {-5.0, 0.0, 5.0, 55.0, 95.0, 105.0, 300.0})
+            expectTheWalk(curve, frame, random);
+    }
 }
 
 TEST(Interval, searchingEqualsWalkingAtEveryPace) {
