@@ -289,6 +289,10 @@ class KV_ANIMATIONS_API kvControlPointManager {
     // Where the segment that was evaluated last ends: a hint, right or wrong. Atomic because
     // several threads may evaluate one list.
     mutable std::atomic<std::uint32_t> segmentEnd{0};
+    // A player may have taken down a segment, see kv::detail::PlayedSegments. Atomic because
+    // several may do so at once.
+    mutable std::atomic<bool> isPlayed{false};
+    bool wasHandedOut = false;      // the vector itself, for changing
     std::uint64_t bindingStamp = 0; // of what a curve drives, see kv::detail::CurveBinding
     mutable kv::detail::SegmentWords segmentWords;
 
@@ -302,10 +306,6 @@ class KV_ANIMATIONS_API kvControlPointManager {
     // The keys were copied and not linked since: their links lead into another list. Those must not
     // be told by address alone, since this list may come to lie where that one was.
     bool foreignLinks = false;
-    // A player may have taken down a segment, see kv::detail::PlayedSegments. Atomic because
-    // several may do so at once.
-    mutable std::atomic<bool> isPlayed{false};
-    bool wasHandedOut = false; // the vector itself, for changing
     unsigned idScans = 0;
     std::unique_ptr<kv::detail::KeyIdIndex> idIndex;
 };

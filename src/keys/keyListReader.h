@@ -59,7 +59,9 @@ struct KeyListReader {
     /// it counts in playedEdits from here on. False when changes may go unnoticed.
     static bool markPlayed(const kvControlPointManager& list) {
         if (list.wasHandedOut) return false;
-        list.isPlayed.store(true, std::memory_order_relaxed);
+        // Only where it is news: other threads may have the list in their caches.
+        if (!list.isPlayed.load(std::memory_order_relaxed))
+            list.isPlayed.store(true, std::memory_order_relaxed);
         return true;
     }
 

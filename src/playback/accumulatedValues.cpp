@@ -60,6 +60,7 @@ const AccumulatedValues::Record& AccumulatedValues::record(std::size_t index) co
 void AccumulatedValues::beginEvaluation() {
     _previousBegin = _currentBegin;
     _currentBegin = _count;
+    _played.rewind();
 }
 
 void AccumulatedValues::add(const CurveBatch::Entry* evaluated, std::size_t count) {

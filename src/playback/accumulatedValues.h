@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fields/boundWriter.h"
+#include "keys/playedSegments.h"
 #include "manager/frameEvaluation.h"
 
 #include <kvAnimationUtils2.h>
@@ -37,6 +38,7 @@ class AccumulatedValues final : public FieldSink {
     /// What is added from here on are the current records, until the next call.
     void beginEvaluation();
     void add(const CurveBatch::Entry* evaluated, std::size_t count) override;
+    PlayedSegments* playedSegments() override { return &_played; }
 
     /// An evaluation of its own, of records that were made elsewhere.
     void add(const std::vector<Field>& evaluation);
@@ -92,6 +94,7 @@ class AccumulatedValues final : public FieldSink {
     void write(std::uint32_t templateIndex, float value);
     const Record& record(std::size_t index) const;
 
+    PlayedSegments _played;
     std::vector<Template> _templates;
     std::vector<Binding> _bindings;
     std::unordered_multimap<std::size_t, std::uint32_t> _bindingsByHash;
