@@ -2,11 +2,12 @@
 // their memory are in the way.
 //
 //   kv_bench_scene_tick curves N       a clip of N / 10 blocks, each with ten curves of 100 keys
-//   for
-//                                      the ten numbers of one transform: evaluated, written, and
-//                                      every matrix read; nanoseconds a curve
+//                                      for the ten numbers of one transform: evaluated, written,
+//                                      and every matrix read; nanoseconds a curve
 //   kv_bench_scene_tick staggered N    the same with the keys of each curve at other frames than
 //                                      those of the curves beside it
+//   kv_bench_scene_tick edited N       the same while a key of the first curve is dragged: every
+//                                      tick looks at every curve again
 //   kv_bench_scene_tick allocations N  the allocations of 100 such ticks, all whole frames
 //   kv_bench_scene_tick global N       global playback of ten curves: the tick with number N;
 //                                      nanoseconds
@@ -86,11 +87,23 @@ void playClipOf(const Scene& scene) {
     kvAnimationController2::play(clip, false, false);
 }
 
-double curves(std::size_t count, bool staggered) {
-    const Scene scene(count / 10, staggered);
+/// Moves the tenth key of the first curve up or down.
+void dragAKeyOf(const Scene& scene) {
+    kvAnimationCurve* const curve = scene.blocks[0]->getBlockCurves()[0];
+    static float value = 0.0F;
+    value = 1.0F - value;
+    if (kvControlPoint* const key = curve->getControlPoint(10))
+        curve->moveCPTo(key, static_cast<float>(key->getPoint().x), value);
+}
+
+enum class Keys { Shared, Staggered, Edited };
+
+double curves(std::size_t count, Keys keys) {
+    const Scene scene(count / 10, keys == Keys::Staggered);
     playClipOf(scene);
     float sum = 0.0F;
     const double seconds = kv::bench::medianTick([&] {
+        if (keys == Keys::Edited) dragAKeyOf(scene);
         tick();
         sum += scene.readMatrices();
     });
@@ -132,9 +145,11 @@ int main(int argc, char** argv) {
     const auto count = static_cast<std::size_t>(std::strtoull(argv[2], nullptr, 10));
     double result = 0.0;
     if (what == "curves")
-        result = curves(count, false);
+        result = curves(count, Keys::Shared);
     else if (what == "staggered")
-        result = curves(count, true);
+        result = curves(count, Keys::Staggered);
+    else if (what == "edited")
+        result = curves(count, Keys::Edited);
     else if (what == "allocations")
         result = allocations(count);
     else if (what == "global")

@@ -55,6 +55,7 @@ for curves in 1000 10000 100000; do
 done
 ratio "a curve of the tick of 100,000" "${here[100000]}" "${here[1000]}" 2.5 ns "of 1,000"
 note "With the keys of each curve at other frames than those beside it, so that no two curves share what is found about a frame: $(sceneTick staggered 1000) ns a curve at 1,000, $(sceneTick staggered 10000) ns at 10,000."
+note "While a key is dragged, so that every tick looks at every curve again: $(sceneTick edited 1000) ns a curve at 1,000, $(sceneTick edited 10000) ns at 10,000."
 besidePeer callback 10000
 note "A tick of 10,000 curves beside OpenSceneGraph with a callback that makes each matrix at once: ${here[10000]} ns a curve, there ${there[10000]:-not measured}."
 note "A tick of 100,000 curves with GLIBC_TUNABLES=glibc.malloc.hugetlb=1, by which the C library asks for large pages: $(GLIBC_TUNABLES=glibc.malloc.hugetlb=1 sceneTick curves 100000) ns a curve."
