@@ -29,7 +29,7 @@ struct KeyPrefetch {
     static void segment(const kvAnimationCurve& curve) {
         const std::vector<kvControlPoint>& keys = curve.getCPs();
         const std::size_t end = KeyListReader::segmentEnd(curve);
-        if (end - 1 >= keys.size() - 1) return;
+        if (end == 0 || end >= keys.size()) return;
         prefetchLines(&keys[end - 1], 4);
     }
 };
