@@ -14,7 +14,8 @@ class KeyImport;
 ///
 /// Keys live by value in the vector of a kvControlPointManager, which keeps them in the order of
 /// their frames and chains neighbours by raw links. Sorting or growing that vector moves the keys,
-/// so a pointer to a key is valid only until its list changes.
+/// so a pointer to a key is valid only until its list changes. A key in a list is replaced by
+/// assigning to it, not by constructing another one in its place, of which the list would not hear.
 ///
 /// Every constructor draws exactly one id from the identifier service. Copies draw none: a copy
 /// carries the id of its source, and ids are therefore not unique among all keys.

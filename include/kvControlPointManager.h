@@ -250,6 +250,7 @@ class KV_ANIMATIONS_API kvControlPointManager {
     bool isKnownSorted() const;
     bool isKnownLinked() const;
     bool isSorted() const;
+    void noteCopied(const kvControlPointManager& source);
     void noteSorted();
     void noteUnsorted();
     void noteIfSorted(bool linked);
@@ -292,8 +293,9 @@ class KV_ANIMATIONS_API kvControlPointManager {
     // A player may have taken down a segment, see kv::detail::PlayedSegments. Atomic because
     // several may do so at once.
     mutable std::atomic<bool> isPlayed{false};
-    bool wasHandedOut = false;      // the vector itself, for changing
-    std::uint64_t bindingStamp = 0; // of what a curve drives, see kv::detail::CurveBinding
+    bool wasHandedOut = false; // the vector itself, for changing
+    // Of what a curve drives, see kv::detail::CurveBinding. The curve's, not copied with the keys.
+    std::uint64_t bindingStamp = 0;
     mutable kv::detail::SegmentWords segmentWords;
 
     int greatestId = INT_MIN; // in a list known as sorted, no key has a greater one

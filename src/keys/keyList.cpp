@@ -6,6 +6,8 @@
 #include "keys/keyIdIndex.h"
 #include "keys/rounding.h"
 
+#include <algorithm>
+
 kvControlPointManager::kvControlPointManager() = default;
 
 kvControlPointManager::~kvControlPointManager() {
@@ -13,11 +15,9 @@ kvControlPointManager::~kvControlPointManager() {
 }
 
 kvControlPointManager::kvControlPointManager(const kvControlPointManager& other)
-    : cps(other.cps), bindingStamp(other.bindingStamp), hitType(other.hitType),
-      currentCP(other.currentCP), hitCP(other.hitCP), cpCount(other.cpCount),
-      tangentLength(other.tangentLength), foreignLinks(true) {
-    // A copy is as sorted as its source, but its links lead into the source.
-    if (other.isKnownSorted()) noteSorted();
+    : cps(other.cps), hitType(other.hitType), currentCP(other.currentCP), hitCP(other.hitCP),
+      cpCount(other.cpCount), tangentLength(other.tangentLength), foreignLinks(true) {
+    noteCopied(other);
 }
 
 kvControlPointManager& kvControlPointManager::operator=(const kvControlPointManager& other) {
@@ -25,18 +25,25 @@ kvControlPointManager& kvControlPointManager::operator=(const kvControlPointMana
     countIfPlayed();
     std::vector<kvControlPoint> copy(other.cps);
     cps.swap(copy);
-    bindingStamp = other.bindingStamp;
     hitType = other.hitType;
     currentCP = other.currentCP;
     hitCP = other.hitCP;
     cpCount = other.cpCount;
     tangentLength = other.tangentLength;
     foreignLinks = true;
-    if (other.isKnownSorted())
+    noteCopied(other);
+    return *this;
+}
+
+// A copy is as sorted as its source, but its links lead into the source. Keys without any, which
+// somebody put into the source's vector, would not count their edits.
+void kvControlPointManager::noteCopied(const kvControlPointManager& source) {
+    const auto countsEdits = [](const kvControlPoint& cp) { return cp.isInList(); };
+    if (source.isKnownSorted() &&
+        (cps.size() < 2 || std::all_of(cps.begin(), cps.end(), countsEdits)))
         noteSorted();
     else
         noteUnsorted();
-    return *this;
 }
 
 // Counts as an edit of this list, and of no other: nothing done to this vector changes another

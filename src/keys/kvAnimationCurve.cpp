@@ -18,8 +18,37 @@ kvAnimationCurve::kvAnimationCurve(std::string curveName)
     predefinedColor();
 }
 
-kvAnimationCurve::kvAnimationCurve(const kvAnimationCurve& other) = default;
-kvAnimationCurve& kvAnimationCurve::operator=(const kvAnimationCurve& other) = default;
+// Member by member, because the stamp of the binding stands in the list, which does not copy it:
+// the keys alone may be assigned, too.
+kvAnimationCurve::kvAnimationCurve(const kvAnimationCurve& other)
+    : kvControlPointManager(other), name(other.name), curveType(other.curveType),
+      autocomputeTangents(other.autocomputeTangents), visible(other.visible),
+      selected(other.selected), blockCurve(other.blockCurve),
+      animationDuration(other.animationDuration), color(other.color), appBlockId(other.appBlockId),
+      id(other.id), appropriateNodeId(other.appropriateNodeId),
+      animationField(other.animationField) {
+    bindingStamp = other.bindingStamp;
+}
+
+kvAnimationCurve& kvAnimationCurve::operator=(const kvAnimationCurve& other) {
+    if (this == &other) return *this;
+    kvControlPointManager::operator=(other);
+    name = other.name;
+    curveType = other.curveType;
+    autocomputeTangents = other.autocomputeTangents;
+    visible = other.visible;
+    selected = other.selected;
+    blockCurve = other.blockCurve;
+    animationDuration = other.animationDuration;
+    color = other.color;
+    appBlockId = other.appBlockId;
+    id = other.id;
+    appropriateNodeId = other.appropriateNodeId;
+    animationField = other.animationField;
+    bindingStamp = other.bindingStamp;
+    return *this;
+}
+
 kvAnimationCurve::~kvAnimationCurve() = default;
 
 void kvAnimationCurve::setAnimatedAttribute(std::string newName) {

@@ -381,6 +381,29 @@ TEST_F(Played, listsThatWereHandedOutAreAskedEveryTime) {
     EXPECT_TRUE(State::isPlayed(another));
 }
 
+// A key that was put into a vector stands in no list for all it knows, and does not count its edits
+// before the list is linked.
+TEST_F(Played, copiesOfListsWithUnlinkedKeysAreAskedEveryTime) {
+    std::vector<kvControlPoint>& keys = first.getCPs();
+    first.sortCPs();
+    keys.pop_back();
+    keys.push_back(kvControlPoint(30.0, 3.0, 6));
+    kvAnimationCurve copy(first);
+    kvAnimationCurve assigned;
+    assigned = first;
+    for (kvAnimationCurve* const curve : {&copy, &assigned}) {
+        player.evaluate({curve}, 25.0F);
+        key(*curve, 3).setInTangent({27.0, 500.0});
+        expectLikeAfresh({curve}, 25.0F);
+        key(*curve, 3).setPoint({5.0, 1.0});
+        EXPECT_FALSE(State::isKnownSorted(*curve));
+        expectLikeAfresh({curve}, 25.0F);
+        curve->sortCPs();
+        player.evaluate({curve}, 13.0F);
+        EXPECT_TRUE(State::isPlayed(*curve));
+    }
+}
+
 TEST_F(Played, listsThatMayBeOutOfOrderAreAskedEveryTime) {
     kvAnimationCurve unsorted("unsorted");
     fill(unsorted, 3.0F);

@@ -207,6 +207,32 @@ TEST_F(Records, followTheCurveThatTakesThePlaceOfAnother) {
     EXPECT_EQ(Controller::getValues()[0].fieldName, "unknown");
 }
 
+// What a curve drives does not belong to its list of keys, and stays when only that is assigned.
+TEST_F(Records, followACurveWhoseKeysAloneAreReplaced) {
+    kvAnimationBlock* const block = makeBlock(makeRecorder(), 0.0F, 100.0F);
+    kvAnimationBlock* const otherBlock = makeBlock(makeRecorder(), 0.0F, 100.0F);
+    kvAnimationCurve& curve = *block->getBlockCurves()[0];
+    kvAnimationCurve& other = *otherBlock->getBlockCurves()[0];
+    Controller::play(block, false, false);
+    tickAt(1.0);
+    const kvControlPointManager keys = curve; // for undoing
+    Field binding = curve.getAnimationField();
+    binding.fieldName = "renamed";
+    curve.setAnimationField(binding);
+    tickAt(1.04);
+    static_cast<kvControlPointManager&>(curve) = keys;
+    tickAt(1.08);
+    EXPECT_EQ(Controller::getValues()[0].fieldName, "renamed");
+
+    static_cast<kvControlPointManager&>(curve) = other;
+    tickAt(1.12);
+    EXPECT_EQ(Controller::getValues()[0].fieldName, "renamed");
+    block->getBlockCurves()[0] = &other;
+    tickAt(1.16);
+    EXPECT_EQ(Controller::getValues()[0].fieldName, other.getAnimationField().fieldName);
+    block->getBlockCurves()[0] = &curve;
+}
+
 TEST_F(Records, areFewerAndMoreFromTickToTick) {
     const osg::NodePtr recorder = makeRecorder();
     kvAnimationBlock* const block = makeBlock(recorder, 0.0F, 100.0F);
