@@ -7,11 +7,10 @@ namespace kv::detail {
 /// The unit of every error bound: what rounding to the nearest double changes at most, relatively.
 constexpr double kRounding = 1.0 / 9007199254740992.0; // 2^-53
 
-/// A cubic Bezier segment: key, outgoing handle, incoming handle, key. Eight doubles, nothing else.
+/// A cubic Bezier segment: key, outgoing handle, incoming handle, key.
 struct Segment {
     double x0, y0, x1, y1, x2, y2, x3, y3;
 };
-static_assert(sizeof(Segment) == 64, "compared word by word");
 
 inline Segment segmentBetween(const kvControlPoint& a, const kvControlPoint& b) {
     const kvControlPoint::Point p0 = a.getPoint();

@@ -87,8 +87,8 @@ using Curves = std::vector<kvAnimationCurve*>;
 class FrameEvaluation {
   public:
     FrameEvaluation(FieldSink& sink, float frame)
-        : _sink(sink), _played(sink.playedSegments()), _frame(frame),
-          _at(static_cast<double>(frame)) {
+        : _sink(sink), _played(sink.playedSegments()), _at(static_cast<double>(frame)),
+          _frame(frame) {
         if (_played != nullptr) _played->forgetIfEdited();
     }
 
@@ -203,17 +203,17 @@ class FrameEvaluation {
         return countsAt(_frame, own, _all);
     }
 
-    FieldSink& _sink;
-    PlayedSegments* const _played; // or null
-    const float _frame;
-    const double _at; // the same
+    LastRoots _lastRoots;
     Stage _stages[kStages];
     Stage* _gathering = &_stages[0];
     Stage* _waiting = &_stages[1];
     Stage* _ready = &_stages[2];
-    LastRoots _lastRoots;
-    FrameRange _all; // of the curves of _known
-    const Curves* _known = nullptr;
+    FieldSink& _sink;
+    PlayedSegments* const _played;  // or null
+    const Curves* _known = nullptr; // whose range is _all
+    FrameRange _all;
+    const double _at; // the frame
+    const float _frame;
 };
 
 void evaluateBlock(FrameEvaluation& evaluation, const kvAnimationBlock* block,
