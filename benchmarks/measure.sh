@@ -2,10 +2,23 @@
 
 median() { sort -g | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
 
-# fresh WHAT ARGUMENT...: the median over fresh processes of kv_bench_fresh.
-fresh() {
+# Measurements are commands that print one figure; those whose program is not installed print nothing.
+# The machine is not equally quick all the time: what is compared is measured in turns.
+
+# fresh WHAT ARGUMENT...: a figure of a process of its own.
+fresh() { "$bin/kv_bench_fresh" "$@"; }
+
+# once PROGRAM NAME: one benchmark of a suite, alone; nanoseconds.
+once() {
+    [[ -x $bin/$1 ]] || return 0
+    "$bin/$1" --benchmark_filter="^$2\$" --benchmark_min_time=0.1 --benchmark_format=csv \
+        2> "$work/once.err" | awk -F, '/^"/ { print $4 }'
+}
+
+# medianOf COMMAND...: the median over the runs.
+medianOf() {
     local i
-    for ((i = 0; i < runs; ++i)); do "$bin/kv_bench_fresh" "$@"; done | median
+    for ((i = 0; i < runs; ++i)); do "$@"; done | median
 }
 
 # suite PROGRAM: all its benchmarks, medians of repetitions in random order, into PROGRAM.txt, as
@@ -35,12 +48,6 @@ suite() {
         "$work/$1.json" > "$work/$1.txt"
 }
 
-# once PROGRAM NAME: one benchmark of a suite, alone; nanoseconds.
-once() {
-    "$bin/$1" --benchmark_filter="^$2\$" --benchmark_min_time=0.1 --benchmark_format=csv \
-        2> "$work/once.err" | awk -F, '/^"/ { print $4 }'
-}
-
 # note TEXT: a line below the table.
 note() { printf '%s\n' "$1" | tee -a "$work/notes.txt"; }
 
@@ -55,6 +62,23 @@ ratio() {
         BEGIN { r = o / p
                 printf "| %s | %.4g %s | %.4g %s | %.2f (at most %s) | %s |\n", t, o, u, p, u, r, l, b
                 if (r > l * 1.25) print t >> f }' | tee -a "$rows"
+}
+
+# ratioOf TITLE COMMAND COMMAND_BESIDE LIMIT UNIT BESIDE: a row of two commands, each in one word, that
+# are measured in turns. Of the pairs the one with the median ratio counts.
+ratioOf() {
+    local i here there
+    : > "$work/pairs.txt"
+    for ((i = 0; i < runs; ++i)); do
+        # shellcheck disable=SC2086
+        here=$($2) there=$($3)
+        [[ -z $here || -z $there ]] ||
+            awk -v h="$here" -v t="$there" 'BEGIN { print h / t, h, t }' >> "$work/pairs.txt"
+    done
+    here='' there=''
+    [[ ! -s $work/pairs.txt ]] || read -r _ here there < <(sort -g "$work/pairs.txt" |
+        awk '{ line[NR] = $0 } END { print line[int((NR + 1) / 2)] }')
+    ratio "$1" "$here" "$there" "${@:4}"
 }
 
 # figure TITLE VALUE LIMIT UNIT: a row without a peer, such as a count or bytes; its limit holds
@@ -76,4 +100,18 @@ growth() {
         END { e = (n * sxy - sx * sy) / (n * sxx - sx * sx)
               printf "| %s, growth exponent | %.2f | | (at most 1.1) | ns each: %s |\n", t, e, seen
               if (!(e <= 1.1)) print t >> f }' | tee -a "$rows"
+}
+
+# growthOf TITLE COMMAND N...: the growth of a command that takes the number of items, measured for all
+# of them in turns.
+growthOf() {
+    local title=$1 command=$2 i n sizes=()
+    shift 2
+    for n in "$@"; do : > "$work/growth.$n.txt"; done
+    for ((i = 0; i < runs; ++i)); do
+        # shellcheck disable=SC2086
+        for n in "$@"; do $command "$n" >> "$work/growth.$n.txt"; done
+    done
+    for n in "$@"; do sizes+=("$n" "$(median < "$work/growth.$n.txt")"); done
+    growth "$title" "${sizes[@]}"
 }
