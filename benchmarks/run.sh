@@ -38,7 +38,8 @@ done
 {
     echo "# Performance"
     echo
-    echo "Written by \`./run bench\`: medians, and ratios within one run. Machine: $(nproc) cores,"
+    echo "Written by \`./run bench\`. What is compared was measured in turns; of $runs pairs or more the one with"
+    echo "the median ratio is told. Machine: $(nproc) cores,"
     echo "$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1), $(c++ --version | head -n 1)."
     echo
     echo "Rows about thousands of curves live in the third-level cache: where other machines share it, they"
