@@ -13,24 +13,16 @@ namespace kv::detail::baseline {
 #include "keys/kernel/all.inl"
 } // namespace kv::detail::baseline
 
-#if defined(__x86_64__)
-#define KV_HAS_AVX2_KERNEL
-#if defined(__clang__)
-#pragma clang attribute push(__attribute__((target("avx2,fma"))), apply_to = function)
-#else
-#pragma GCC push_options
-#pragma GCC target("avx2,fma")
-#endif
+#if defined(KV_HAS_AVX2_KERNEL)
+#include "keys/kernel/beginAvx2.inl"
+
 namespace kv::detail::avx2 {
 #define KV_KERNEL_LANES 4
 #define KV_KERNEL_FUSES
 #include "keys/kernel/all.inl"
 } // namespace kv::detail::avx2
-#if defined(__clang__)
-#pragma clang attribute pop
-#else
-#pragma GCC pop_options
-#endif
+
+#include "keys/kernel/endAvx2.inl"
 #endif
 
 #else
@@ -51,8 +43,7 @@ EvaluationKernel bestKernel = {"baseline", &baseline::evaluateOne, &baseline::ev
 
 #if defined(KV_HAS_AVX2_KERNEL)
 [[maybe_unused]] const bool isChosen = [] {
-    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma"))
-        bestKernel = {"avx2", &avx2::evaluateOne, &avx2::evaluateMany};
+    if (hasAvx2()) bestKernel = {"avx2", &avx2::evaluateOne, &avx2::evaluateMany};
     return true;
 }();
 #endif

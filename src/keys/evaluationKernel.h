@@ -43,7 +43,19 @@
 #define KV_KERNEL_SEPARATE inline
 #endif
 
+// Where a form for AVX2 and FMA can be compiled, between kernel/beginAvx2.inl and endAvx2.inl.
+#if defined(__x86_64__) && defined(__GNUC__)
+#define KV_HAS_AVX2_KERNEL
+#endif
+
 namespace kv::detail {
+
+#if defined(KV_HAS_AVX2_KERNEL)
+/// Whether this processor can run that form.
+inline bool hasAvx2() {
+    return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
+}
+#endif
 
 /// How wide the band around 0 is in which the discriminant counts as 0, how far a root may lie
 /// below 0, and below which a value counts as 0.

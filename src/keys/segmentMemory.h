@@ -57,8 +57,8 @@ class SegmentMemory {
     }
 
   private:
-    // Then the numbers: the coefficients and what follows from them. At first those of no segment:
-    // where all coefficients are 0, nothing is looked up.
+    // Then the numbers: the coefficients and what follows from them. At first zeros, which may be
+    // recalled: with an a3 of 0 a segment has no value, whatever the others are.
     static constexpr std::size_t kSequence = 0;
     static constexpr std::size_t kAskedLast = 1;
     static constexpr std::size_t kFirstNumber = 2;

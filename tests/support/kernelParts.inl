@@ -1,10 +1,13 @@
 // The steps of an evaluation as plain functions, for any compiled form of the kernel; see
 // kernels.h.
 
-inline BoundedNumber rootOf(const Segment& s, bool exact, double frame) {
+inline SegmentConstants constantsOf(const Segment& s, bool exact) {
     const Coefficients<double> a = coefficients(s);
-    const SegmentConstants c = exact ? segmentConstants<true>(a) : segmentConstants<false>(a);
-    const BoundedRoot<double> root = boundedRoot(s, c, frame);
+    return exact ? segmentConstants<true>(a) : segmentConstants<false>(a);
+}
+
+inline BoundedNumber rootOf(const Segment& s, bool exact, double frame) {
+    const BoundedRoot<double> root = boundedRoot(s, constantsOf(s, exact), frame);
     return {root.t, root.error};
 }
 
@@ -15,9 +18,7 @@ inline BoundedNumber valueOf(const Segment& s, BoundedNumber root) {
 }
 
 inline bool isCertain(const Segment& s, bool exact, double frame) {
-    const Coefficients<double> a = coefficients(s);
-    const SegmentConstants c = exact ? segmentConstants<true>(a) : segmentConstants<false>(a);
-    return fastValue(s, c, frame).certain;
+    return fastValue(s, constantsOf(s, exact), frame).certain;
 }
 
 inline double cubeRootOf(double z) {

@@ -42,14 +42,9 @@ namespace kv::detail::parts {
 #include "support/kernelParts.inl"
 } // namespace kv::detail::parts
 
-#if defined(__x86_64__) && defined(__GNUC__)
-#define KV_TEST_FUSED
-#if defined(__clang__)
-#pragma clang attribute push(__attribute__((target("avx2,fma"))), apply_to = function)
-#else
-#pragma GCC push_options
-#pragma GCC target("avx2,fma")
-#endif
+#if defined(KV_HAS_AVX2_KERNEL)
+#include "keys/kernel/beginAvx2.inl"
+
 namespace kv::detail::fused {
 #define KV_KERNEL_LANES 4
 #define KV_KERNEL_FUSES
@@ -57,11 +52,8 @@ namespace kv::detail::fused {
 
 #include "support/kernelParts.inl"
 } // namespace kv::detail::fused
-#if defined(__clang__)
-#pragma clang attribute pop
-#else
-#pragma GCC pop_options
-#endif
+
+#include "keys/kernel/endAvx2.inl"
 #endif
 
 namespace kv::test {
@@ -69,9 +61,8 @@ namespace kv::test {
 /// Those that this processor can run.
 inline std::vector<kv::detail::KernelParts> kernelParts() {
     std::vector<kv::detail::KernelParts> found = {kv::detail::parts::kParts};
-#if defined(KV_TEST_FUSED)
-    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma"))
-        found.push_back(kv::detail::fused::kParts);
+#if defined(KV_HAS_AVX2_KERNEL)
+    if (kv::detail::hasAvx2()) found.push_back(kv::detail::fused::kParts);
 #endif
     return found;
 }

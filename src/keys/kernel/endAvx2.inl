@@ -1,0 +1,6 @@
+// See beginAvx2.inl.
+#if defined(__clang__)
+#pragma clang attribute pop
+#else
+#pragma GCC pop_options
+#endif
