@@ -58,13 +58,13 @@ class PlayedSegments {
         return taken.curve == &curve && taken.segment.x0 <= frame && frame < taken.segment.x3;
     }
 
-    /// Takes down the segment that ends at the key `after`, where the frame must be, if that can be
-    /// done.
-    void take(std::size_t place, const kvAnimationCurve& curve, double frame, std::size_t after) {
-        if (after == 0 || KeyListReader::firstAfterNear(curve, frame, after) != after ||
+    /// Takes down the segment that ends at `after`, the first key behind the frame, if there is one
+    /// and that can be done.
+    void take(std::size_t place, const kvAnimationCurve& curve, std::size_t after) {
+        const std::vector<kvControlPoint>& keys = curve.getCPs();
+        if (after == 0 || after >= keys.size() || !KeyListReader::isSearchable(curve) ||
             !KeyListReader::markPlayed(curve))
             return;
-        const std::vector<kvControlPoint>& keys = curve.getCPs();
         _taken[place] = {&curve, CurveBinding::stampOf(curve),
                          segmentBetween(keys[after - 1], keys[after])};
     }

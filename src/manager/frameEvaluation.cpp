@@ -179,7 +179,7 @@ class FrameEvaluation {
             if (!countsAmong(*origin.siblings, curve)) return false;
             entry.after = KeyListReader::firstAfter(curve, _at, 0);
         }
-        if (_played != nullptr) _played->take(origin.place, curve, _at, entry.after);
+        if (_played != nullptr) _played->take(origin.place, curve, entry.after);
         return true;
     }
 

@@ -76,7 +76,7 @@ void Comparison::takeDown() {
         const std::size_t place = _played.nextPlace();
         if (_played.has(place, *_curve, frame)) continue;
         const std::size_t after = kv::detail::KeyListReader::firstAfter(*_curve, frame, 0);
-        _played.take(place, *_curve, frame, after);
+        _played.take(place, *_curve, after);
     }
 }
 
